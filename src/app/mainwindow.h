@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "project/configuration.h"
+#include "project/project.h"
+
+#include <QMainWindow>
+#include <QString>
+
+#include <cstdint>
+
+namespace Ui
+{
+class MainWindow;
+}
+
+/**
+ * The one window: job buttons, settings and menus. Owns the project and the configuration. The
+ * widgets of a tab are the truth while the tab is open; their values reach the project when the
+ * tab is left and before every job. User interface thread only.
+ */
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /** @param projectFile project to open; empty for none */
+    MainWindow(QWidget* parent, const QString& projectFile);
+
+    /** Lets a running job stop first. */
+    ~MainWindow() override;
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
+
+    // The order of the slots is part of the design.
+public slots:
+    void on_actionexit_triggered();
+    void on_actionDefault_Settings_triggered();
+    void on_actionLook_Feel_triggered();
+    void on_pushButtonTest_clicked();
+    void on_pushButtonAbort_clicked();
+    void on_pushButtonGenerateAll_clicked();
+    void on_pushButtonAnalyseTrack_clicked();
+    void on_pushButtonReadTrack_clicked();
+    void on_pushButtonCalculateTrack_clicked();
+    void on_pushButtonExportVideo_clicked();
+
+    /** A click on the tab bar: stores the tab that is left and loads the tab @p index. */
+    void MainTabChanged(int index);
+
+    /** Turns the commands that replace the project on or off; saving stays possible during a job.
+     */
+    void MenuProjChangeable(bool en);
+
+    /** Brings buttons and title in step with @p t, a JobState; unknown numbers count as busy. */
+    void ProcessUpdate(int t);
+
+private:
+    void FormToProject();
+    void ProjectToForm();
+    void CommitSettings();
+    void ApplyProject();
+
+    // Field order is part of the design.
+    QString ProjectDir;          ///< directory of the current project, without a trailing slash
+    GlobalConfiguration Config;  ///< Config.ProjectFile is the path of the current project
+    Project Proj;
+    std::int32_t CurrentTab = 0;   ///< tab whose settings its widgets hold
+    Ui::MainWindow* ui = nullptr;  ///< owned
+};

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "app/mainwindow.h"
+#include "batch/opcvthread.h"
+#include "batch/stabilizerhost.h"
+#include "stabilizer/camerapath.h"
+#include "stabilizer/truncation.h"
+
+#include "ui_mainwindow.h"
+
+namespace
+{
+constexpr int SettingsTab = 0;
+constexpr int PlayerTab = 4;
+constexpr int StabilizerType = 1;  ///< the only one; the form's warp type is not read
+constexpr int WarpTypeItem = 1;    ///< "Position & Rotate"
+constexpr double Percent = 100.0;
+}  // namespace
+
+void MainWindow::FormToProject()
+{
+    Proj.SourceFile = ui->lineEditSourceVideo->text();
+    Proj.ExportFile = ui->lineEditExportVideo->text();
+    Proj.TrackingFile = ui->lineEditTrackingPathFile->text();
+    Proj.StabilizationFile = ui->lineEditStabilizeFile->text();
+    Proj.TrackingParameters.MaxTrackingPoints = ui->spinBoxMaxTrackingPoints->value();
+    ExportSettings& settings = Proj.ExportSettings;
+    settings.EnableCrop = ui->checkBoxEnableZoom->isChecked();
+    settings.CropFactor = ui->doubleSpinBoxZoom->value() / Percent;
+    settings.EnRescale = ui->checkBoxRescale->isChecked();
+    settings.ExpResH = ui->spinBoxRescaleXAxis->value();
+    settings.ExpResV = ui->spinBoxRescaleYAxis->value();
+    settings.ExpOffH = ui->spinBoxExpOffsetH->value();
+    settings.ExpOffV = ui->spinBoxExpOffsetV->value();
+    settings.ExpAngle = ui->doubleSpinBoxExpRot->value();
+    Proj.SyncFileNames();
+    if (OpCVThread* thread = ProgramHost.SelectStabilizer(StabilizerType, &Proj))
+    {
+        connect(thread, &OpCVThread::SignalFinished, this, &MainWindow::ProcessUpdate);
+    }
+}
+
+void MainWindow::ProjectToForm()
+{
+    ui->lineEditSourceVideo->setText(Proj.SourceFile);
+    ui->lineEditExportVideo->setText(Proj.ExportFile);
+    ui->lineEditTrackingPathFile->setText(Proj.TrackingFile);
+    ui->lineEditStabilizeFile->setText(Proj.StabilizationFile);
+    ui->comboBoxWarpType->setCurrentIndex(WarpTypeItem);
+    ui->comboBoxWarpType->setEnabled(false);
+    ui->spinBoxMaxTrackingPoints->setValue(Proj.TrackingParameters.MaxTrackingPoints);
+    const ExportSettings& settings = Proj.ExportSettings;
+    ui->checkBoxRescale->setChecked(settings.EnRescale);
+    ui->spinBoxRescaleXAxis->setValue(settings.ExpResH);
+    ui->spinBoxRescaleYAxis->setValue(settings.ExpResV);
+    ui->doubleSpinBoxZoom->setValue(Percent * settings.CropFactor);
+    ui->checkBoxEnableZoom->setChecked(settings.EnableCrop);
+    ui->checkBoxRescale->setChecked(settings.EnRescale);
+    ui->spinBoxExpOffsetH->setValue(settings.ExpOffH);
+    ui->spinBoxExpOffsetV->setValue(settings.ExpOffV);
+    ui->doubleSpinBoxExpRot->setValue(settings.ExpAngle);
+}
+
+void MainWindow::ApplyProject()
+{
+    AxisFilterSettings* vertical = Proj.UseFlowVSettings ? &Proj.FlowV : &Proj.FlowH;
+    AxisFilterSettings* rotation = Proj.UseFlowRotSettings ? &Proj.FlowAngle : &Proj.FlowH;
+    PathHorizontal.Configure(&Proj, &Proj.FlowH, Proj.ExportSettings.ExpOffH);
+    PathVertical.Configure(&Proj, vertical, Proj.ExportSettings.ExpOffV);
+    CopyAsRadians(*rotation, Proj.RadianSettings);
+    PathRotation.Configure(&Proj, &Proj.RadianSettings, 0);
+    const std::int32_t angle = TruncateToInt32(Proj.ExportSettings.ExpAngle);
+    PathRotationDegrees.Configure(&Proj, rotation, angle);
+}
+
+void MainWindow::CommitSettings()
+{
+    FormToProject();
+    ApplyProject();
+}
+
+void MainWindow::MainTabChanged(int index)
+{
+    if (index < 0)
+    {
+        return;  // a click beside the tabs leaves none
+    }
+    if (CurrentTab == SettingsTab)
+    {
+        FormToProject();
+    }
+    if (index == SettingsTab)
+    {
+        ProjectToForm();
+    }
+    // Deliberate: on the way to the player the tab that was left stays noted, so that the next
+    // click stores it again.
+    if (index != PlayerTab)
+    {
+        CurrentTab = index;
+    }
+}

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "batch/logrecord.h"
+#include "batch/resultcodes.h"
+#include "batch/samefile.h"
+#include "batch/stabilize.h"
+#include "batch/stabilizerhost.h"
+#include "batch/videofile.h"
+#include "stabilizer/camerapath.h"
+#include "stabilizer/croprectangle.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <string>
+
+namespace
+{
+constexpr int ProgressStep = 50;  ///< frames between two progress lines
+
+/** Angles beyond a full turn and angles that nobody sees are no rotation. */
+bool IsRotation(double angle)
+{
+    return (angle > 0.001 && angle < 360.0) || (angle > -360.0 && angle < -0.001);
+}
+
+/** The way of a warped frame to the output: rotation, crop, scale. Its images are reused from frame
+ * to frame. */
+class FrameFinisher
+{
+public:
+    FrameFinisher(const ExportSettings& settings, const CropRectangle& crop)
+        : Settings(settings),
+          Area(crop.Left, crop.Top, crop.CropWidth, crop.CropHeight),
+          Rotate(IsRotation(settings.ExpAngle))
+    {}
+
+    /** The finished frame, a view into @p warped or into this object; good until the next call. */
+    cv::Mat Finish(const cv::Mat& warped)
+    {
+        cv::Mat cropped = Settings.EnableCrop ? Crop(warped) : warped;
+        // Nothing is left of a small video at a large crop factor; the writer then refuses the
+        // frame.
+        if (!Settings.EnRescale || cropped.empty())
+        {
+            return cropped;
+        }
+        cv::resize(cropped, Output, cv::Size(Settings.ExpResH, Settings.ExpResV), 0, 0,
+                   cv::INTER_LINEAR);
+        return Output;
+    }
+
+private:
+    cv::Mat Crop(const cv::Mat& warped)
+    {
+        if (!Rotate)
+        {
+            return warped(Area);
+        }
+        // Deliberate: about the top left corner, like the stabilizing warp.
+        const cv::Mat matrix = cv::getRotationMatrix2D(cv::Point2f(0, 0), Settings.ExpAngle, 1.0);
+        cv::warpAffine(warped, Rotated, matrix, warped.size(), cv::INTER_LINEAR,
+                       cv::BORDER_CONSTANT, cv::Scalar(0, 0, 0, 0));
+        return Rotated(Area);
+    }
+
+    const ExportSettings& Settings;
+    cv::Rect Area;
+    bool Rotate;
+    cv::Mat Rotated;
+    cv::Mat Output;
+};
+
+/** False for a source that has grown since it was analysed, or for motion that a damaged file left
+ * short. */
+bool HasCorrections(int frameCount)
+{
+    return PathHorizontal.Result.Correction.size() >= frameCount &&
+           PathVertical.Result.Correction.size() >= frameCount &&
+           PathRotation.Result.Correction.size() >= frameCount;
+}
+
+void LogProgress(int frame, int frameCount)
+{
+    const std::string line =
+        "Frame: " + std::to_string(frame) + "/" + std::to_string(frameCount) + " exported!";
+    ProgramHost.Log(LogDebug, line.c_str());
+}
+}  // namespace
+
+int Stabilize::ExportJob(const ::ExportSettings& settings)
+{
+    JobStatus = JobRunning;
+    ExportSettings = settings;
+    if (!TrackingLoaded || !StabilizeLoaded)
+    {
+        return EndJob(ResultNoData);
+    }
+    if (!PathGenerated)
+    {
+        static_cast<void>(GeneratePath());  // cannot fail here: the motion is loaded
+    }
+    VideoFile video;
+    int result = video.Open(FileNames.SourceFile);
+    if (result != ResultOk)
+    {
+        return EndJob(result);
+    }
+    const int frameCount = video.GetFrameCount();
+    CropRectangle crop;
+    if (ExportSettings.EnableCrop &&
+        crop.Calculate(ExportSettings, video.GetHeight(), video.GetWidth()) != 0)
+    {
+        video.Close();
+        return EndJob(ResultDamaged);
+    }
+    cv::Mat source;
+    cv::Mat warped;
+    static_cast<void>(
+        video.ReadFrame(source));  // a video of two frames or fewer exports this picture
+    FrameFinisher finisher(ExportSettings, crop);
+    ProgramHost.Log(LogRun, "Start exporting Video");
+    video.Close();
+    const auto fail = [&]
+    {
+        video.Close();
+        ProgramHost.Log(LogError, "Exporting failed!");
+        return EndJob(ResultDamaged);
+    };
+    if (IsSameFile(FileNames.SourceFile, FileNames.ExportFile) || !HasCorrections(frameCount))
+    {
+        return fail();
+    }
+    result = video.OpenForExport(FileNames.SourceFile, FileNames.ExportFile, false);
+    if (result != ResultOk)
+    {
+        return EndJob(result);
+    }
+    for (int i = 0; i < frameCount; ++i)
+    {
+        if (JobStatus == JobAbortRequested)
+        {
+            return AbortJob(video, "Export aborted!");
+        }
+        // Deliberate: the last two frames are not read; their path moves the picture read last, so
+        // that a source one frame shorter than it says still exports whole.
+        if (i < frameCount - 2 && video.ReadFrame(source) != ResultOk)
+        {
+            return fail();
+        }
+        WarpFrame(source, warped, i);
+        video.WriteFrame(
+            finisher.Finish(warped));  // a writer that cannot open shows at the next read
+        if (i % ProgressStep == 0)
+        {
+            LogProgress(i, frameCount);
+        }
+    }
+    video.Close();
+    ProgramHost.Log(LogRun, "Exporting Video finished!");
+    return EndJob(ResultOk);
+}

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "stabilizer/ignoresection.h"
+#include "stabilizer/manualpath.h"
+#include "stabilizer/pathfilterstage.h"
+
+#include <QVector>
+
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
+struct AxisFilterSettings;
+struct ExportSettings;
+struct Project;
+
+/**
+ * The path of the camera along one axis: what was measured, what it integrates to, the smoothed
+ * path, and per frame how far it must move to follow that path. Indices are frame numbers.
+ *
+ * Generate runs on the thread that asks for it, the user interface or the worker, under the engine
+ * lock. Readers take no lock but in HasValidData: graphs and player read between jobs, and an
+ * export only reads. After Generate on a non-empty motion all lists have its length.
+ */
+class CameraPath
+{
+public:
+    explicit CameraPath(bool isPixelAxis) : IsPixelAxis(isPixelAxis) {}
+    CameraPath(const CameraPath&) = delete;
+    CameraPath& operator=(const CameraPath&) = delete;
+
+    /**
+     * Binds the object to the settings of its axis and derives the filter stages from the filter
+     * type. Called while no job runs. A filter type outside 1 to 5 keeps the stages as they are.
+     * @param project   not owned, outlives the object's use
+     * @param settings  not owned, a record of @p project
+     * @param offset    export offset of the axis, pixels or whole degrees
+     */
+    void Configure(Project* project, AxisFilterSettings* settings, std::int32_t offset);
+
+    /**
+     * Calculates everything below from @p motion. Needs Configure. O(n), whatever the strength.
+     * @param motion           per frame, the motion to the next frame, units of the axis
+     * @param frameSize        size that margins are measured against, units of the axis
+     * @param framesPerSecond  for the time axis of the graphs
+     */
+    void Generate(const QVector<double>& motion, double frameSize, double framesPerSecond);
+
+    /** Correction of a frame, units of the axis. @p frame is not checked. */
+    [[nodiscard]] double CorrectionAt(int frame) const { return Result.Correction.at(frame); }
+
+    /**
+     * Entry of ShakinessPath for the editor of the manual path: 0.0 when there is none, frame 0 for
+     * negative frames. At the end and behind it entry @p frame - 1 counts, at most the last one.
+     */
+    [[nodiscard]] double ShakinessAt(int frame) const;
+
+    /** True when there are at least 5 frames and all enabled stages are complete: graphs and
+     * preview may read. */
+    [[nodiscard]] bool HasValidData() const;
+
+    /** Forgets the motion and its sums, so that HasValidData is false. The stages keep their
+     * contents. */
+    void Clear();
+
+    void GetIgnoreSections(
+        std::vector<IgnoreSection>& list) const;  ///< copy of Settings->IgnoreSections
+    void SetIgnoreSections(
+        const std::vector<IgnoreSection>& list);  ///< into Settings->IgnoreSections
+    void GetManualPath(
+        std::vector<ManualPathSection>& list) const;  ///< copy; empty without Settings
+
+    // Field order is part of the design.
+    QVector<double> DetectedShakiness;       ///< measured motion
+    AxisFilterSettings* Settings = nullptr;  ///< not owned, null until Configure
+    ExportSettings* Export = nullptr;        ///< not owned, null until Configure
+    bool UseGlobalIgnore = false;            ///< apply GlobalIgnoreSections
+    const std::vector<IgnoreSection>* GlobalIgnoreSections =
+        nullptr;                                                      ///< not owned, of the project
+    const std::vector<IgnoreSection>* LocalIgnoreSections = nullptr;  ///< not owned, of Settings
+    QVector<double> ShakinessPath;  ///< running sum of UsedShakiness
+    QVector<double> UsedShakiness;  ///< motion with ignore sections zeroed
+    QVector<double> ModifiedPath;   ///< running sum after the manual path
+    PathFilterStage Base;           ///< first filter
+    PathFilterStage SuperSmooth;    ///< strong filter of types 4 and 5
+    PathFilterStage ThirdStage;     ///< no filter type enables it
+    PathFilterStage Result;         ///< the outcome, what the warp follows
+    double FrameSize = 0.0;         ///< units of the axis
+    double FramesPerSecond = -1.0;
+    std::int32_t BlendFrames = 0;  ///< R, frames of a blend ramp
+    std::int32_t Offset = 0;       ///< export offset of this axis
+    bool IsPixelAxis = false;      ///< horizontal and vertical
+
+private:
+    [[nodiscard]] bool StageIsComplete(const PathFilterStage& stage) const;
+    void PreparePath(std::uint64_t delay);
+    void CompleteStage(PathFilterStage& stage);
+};
+
+/** Guards the camera paths during their calculation. Recursive; never held together with the log
+ * mutex. */
+extern std::recursive_mutex EngineLock;
+
+extern CameraPath PathHorizontal;       ///< pixels, moves the frames
+extern CameraPath PathVertical;         ///< pixels, moves the frames
+extern CameraPath PathRotation;         ///< radians, turns the frames
+extern CameraPath PathRotationDegrees;  ///< degrees, for the rotation graph alone

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "stabilizer/pathcorrections.h"
+
+#include <algorithm>
+
+namespace
+{
+/** Index of a frame in a padded array; wraps for frames that lie in front of it. */
+std::uint64_t PaddedIndex(std::int32_t frame, std::uint64_t delay)
+{
+    return static_cast<std::uint64_t>(static_cast<std::int64_t>(frame)) + delay;
+}
+
+/** Cut toward zero as a signed 64-bit integer, taken as unsigned; beyond its range as the processor
+ * gives it. */
+double ThroughUnsigned(double value)
+{
+    constexpr double range = 9223372036854775808.0;  // 2 to the 63rd
+    const bool fits = value > -range && value < range;
+    return fits ? static_cast<double>(static_cast<std::uint64_t>(static_cast<std::int64_t>(value)))
+                : range;
+}
+
+/** An end of a straight line of the manual path. */
+struct LineEnd
+{
+    std::uint64_t Index = 0;
+    double Value = 0.0;
+};
+
+/** The line from @p from to @p to, without its last entry. */
+void DrawLine(QVector<double>& position, const LineEnd& from, const LineEnd& to)
+{
+    const auto size = static_cast<std::uint64_t>(position.size());
+    if (from.Index >= size)
+    {
+        return;
+    }
+    double* entry = position.data() + from.Index;
+    if (from.Index == to.Index)
+    {
+        *entry = from.Value;
+        return;
+    }
+    const std::uint64_t length = to.Index - from.Index;
+    const std::uint64_t inside = std::min(length, size - from.Index);
+    const double inverse = 1.0 / static_cast<double>(length);
+    for (std::uint64_t t = 0; t < inside; ++t)
+    {
+        entry[t] =
+            (static_cast<double>(t) * to.Value + static_cast<double>(length - t) * from.Value) *
+            inverse;
+    }
+}
+}  // namespace
+
+void ApplyIgnoreSections(QVector<double>& motion, std::uint64_t delay,
+                         const std::vector<IgnoreSection>& sections)
+{
+    const auto size = static_cast<std::uint64_t>(motion.size());
+    bool fromFirstFrame = false;
+    for (const IgnoreSection& section : sections)
+    {
+        const std::uint64_t begin = PaddedIndex(section.Start, delay);
+        const std::uint64_t end = std::min(PaddedIndex(section.End, delay), size);
+        if (begin < end)
+        {
+            std::fill(motion.begin() + static_cast<int>(begin),
+                      motion.begin() + static_cast<int>(end), 0.0);
+        }
+        fromFirstFrame = fromFirstFrame || section.Start == 0;
+    }
+    if (fromFirstFrame)
+    {
+        const std::uint64_t count = std::min(static_cast<std::uint64_t>(sections.size()), size);
+        std::fill_n(motion.begin(), static_cast<int>(count), 0.0);
+    }
+}
+
+void ApplyManualPath(QVector<double>& position, std::uint64_t delay,
+                     const std::vector<ManualPathSection>& sections)
+{
+    const auto size = static_cast<std::uint64_t>(position.size());
+    const std::uint64_t endIndex = size - delay;
+    bool firstSeen = false;
+    bool lastSeen = false;
+    for (const ManualPathSection& section : sections)
+    {
+        if (section.Points.empty())
+        {
+            continue;
+        }
+        LineEnd start{PaddedIndex(section.Points.front().FrameNr, delay),
+                      section.Points.front().Value};
+        for (auto point = std::next(section.Points.begin()); point != section.Points.end(); ++point)
+        {
+            const LineEnd read{PaddedIndex(point->FrameNr, delay), point->Value};
+            LineEnd from = start;
+            LineEnd to = read;
+            if (from.Index > to.Index)
+            {
+                from = {read.Index, ThroughUnsigned(read.Value)};
+                to = start;
+            }
+            firstSeen = firstSeen || from.Index == delay;
+            lastSeen = lastSeen || to.Index == endIndex - 1;
+            DrawLine(position, from, to);
+            start = read;
+        }
+        if (start.Index < size)
+        {
+            position[static_cast<int>(start.Index)] = start.Value;
+        }
+    }
+    if (delay == 0 || delay >= size)
+    {
+        return;
+    }
+    if (firstSeen)
+    {
+        std::fill_n(position.begin(), static_cast<int>(delay),
+                    position.at(static_cast<int>(delay)));
+    }
+    if (lastSeen)
+    {
+        const double last = position.at(static_cast<int>(endIndex) - 1);
+        std::fill(position.begin() + static_cast<int>(endIndex), position.end(), last);
+    }
+}

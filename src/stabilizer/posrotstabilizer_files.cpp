@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "batch/logrecord.h"
+#include "batch/resultcodes.h"
+#include "batch/samefile.h"
+#include "batch/stabilizerhost.h"
+#include "stabilizer/posrotstabilizer.h"
+
+#include <fstream>
+#include <type_traits>
+
+namespace
+{
+constexpr std::int32_t FewestSamples = 2;
+constexpr std::int32_t MostSamples = 39999999;
+constexpr double Pi = 3.141592653589793;
+
+/** One sample of the stabilization file. */
+struct MotionRecord
+{
+    double X = 0.0;      ///< pixels
+    double Y = 0.0;      ///< pixels
+    double Angle = 0.0;  ///< radians
+};
+
+static_assert(sizeof(MotionRecord) == 24 && std::is_trivially_copyable_v<MotionRecord>);
+}  // namespace
+
+int PosRotStabilizer::WriteStabilizeFile()
+{
+    const std::int32_t type = TypeId();
+    const int result = WriteMatchingFile(FileNames.StabilizationMatchingFile, &type, sizeof(type));
+    if (result != ResultOk)
+    {
+        return result;
+    }
+    std::ofstream file;
+    if (!IsSameFile(FileNames.StabilizationFile, FileNames.SourceFile))
+    {
+        file.open(FileNames.StabilizationFile, std::ios::binary);
+    }
+    if (!file.is_open())
+    {
+        ProgramHost.Log(LogError, "Stabilizing file access error!");
+        return ResultNoAccess;
+    }
+    const std::int32_t count = MotionX.size();
+    file.write(reinterpret_cast<const char*>(&count), sizeof(count));
+    for (int i = 0; i < count; ++i)
+    {
+        const MotionRecord record{MotionX.at(i), MotionY.at(i), MotionAngle.at(i)};
+        if (!file.write(reinterpret_cast<const char*>(&record), sizeof(record)))
+        {
+            return ResultDamaged;
+        }
+    }
+    file.close();
+    ProgramHost.Log(LogRun, "Stabilizing file written!");
+    return ResultOk;
+}
+
+int PosRotStabilizer::ReadStabilizeFile()
+{
+    const std::int32_t type = TypeId();
+    const int result = CheckMatchingFile(FileNames.StabilizationMatchingFile, &type, sizeof(type));
+    if (result != ResultOk)
+    {
+        ProgramHost.Log(LogError, result == ResultOutOfDate ? "Stabilizing file out of date!"
+                                                            : "Stabilizing file loading failed!");
+        return result;
+    }
+    std::ifstream file(FileNames.StabilizationFile, std::ios::binary);
+    if (!file.is_open())
+    {
+        ProgramHost.Log(LogError, "Stabilizing file access error!");
+        return ResultNoAccess;
+    }
+    std::int32_t count = 0;
+    if (!file.read(reinterpret_cast<char*>(&count), sizeof(count)))
+    {
+        return ResultDamaged;
+    }
+    // Deliberate: a count outside the limits reads nothing and counts as success all the same.
+    if (count >= FewestSamples && count <= MostSamples)
+    {
+        PrepareFrames(count);
+        for (int i = 0; i < count; ++i)
+        {
+            MotionRecord record;
+            if (!file.read(reinterpret_cast<char*>(&record), sizeof(record)))
+            {
+                return ResultDamaged;
+            }
+            StoreMotion(record.X, record.Y, record.Angle, record.Angle * 180.0 / Pi);
+        }
+    }
+    StabilizeLoaded = true;
+    ProgramHost.Log(LogRun, "Stabilizing file read successfully!");
+    return ResultOk;
+}

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "report.h"
+#include "walk.h"
+
+#include "app/programapplication.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+namespace
+{
+const QString SecondRun = QStringLiteral("second-run");
+
+QByteArray ContentOf(const QString& file)
+{
+    QFile content(file);
+    content.open(QIODevice::ReadOnly);
+    return content.readAll();
+}
+
+/** From the source to the stabilized video. */
+void WalkFirst(const QDir& out, const QString& video, double atMost, Report& report)
+{
+    Walk walk(out, video, report);
+    walk.TypePaths();
+    walk.Analyse();
+    walk.CalculatePath();
+    walk.Export();
+    walk.CheckExport();
+    walk.TakeScreenshots();
+    walk.CompareShake(atMost);
+}
+
+/** After a restart: the analysed data come back and lead to the same video. */
+void WalkAgain(const QDir& out, const QString& video, Report& report)
+{
+    Walk walk(out, video, report);
+    walk.TypePaths();
+    const QByteArray before = ContentOf(walk.ExportFile());
+    walk.ReadAnalysedData();
+    walk.CalculatePath();
+    walk.Export();
+    report.Step(!before.isEmpty() && ContentOf(walk.ExportFile()) == before,
+                QStringLiteral("the same video again, byte for byte"));
+}
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    ProgramApplication = &application;
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Works the real window on a video like a user and reports what came of it."));
+    parser.addHelpOption();
+    parser.addOptions(
+        {{QStringLiteral("out"), QStringLiteral("Directory for results."), QStringLiteral("DIR")},
+         {QStringLiteral("at-most"), QStringLiteral("Largest share of the shake that may be left."),
+          QStringLiteral("SHARE"), QStringLiteral("1.0")},
+         {SecondRun, QStringLiteral("Only the part after a restart; used internally.")}});
+    parser.addPositionalArgument(QStringLiteral("video"), QStringLiteral("Source video."));
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1 || !parser.isSet(QStringLiteral("out")))
+    {
+        parser.showHelp(2);
+    }
+
+    const QDir out(QDir().absoluteFilePath(parser.value(QStringLiteral("out"))));
+    out.mkpath(QStringLiteral("home"));
+    qputenv("HOME", out.filePath(QStringLiteral("home")).toLocal8Bit());  // never the user's own
+    const QString video = QFileInfo(parser.positionalArguments().constFirst()).absoluteFilePath();
+    const QString reportFile = out.filePath(QStringLiteral("report.txt"));
+    if (parser.isSet(SecondRun))
+    {
+        Report report(reportFile);
+        WalkAgain(out, video, report);
+        return report.AllWorked() ? 0 : 1;
+    }
+
+    QFile::remove(reportFile);
+    Report report(reportFile);
+    WalkFirst(out, video, parser.value(QStringLiteral("at-most")).toDouble(), report);
+    report.Fact(QStringLiteral("the program is started again"));
+    const int secondRun = QProcess::execute(
+        QApplication::applicationFilePath(),
+        {QStringLiteral("--") + SecondRun, QStringLiteral("--out"), out.path(), video});
+    report.Step(secondRun == 0, QStringLiteral("everything worked after the restart"));
+    return report.AllWorked() ? 0 : 1;
+}

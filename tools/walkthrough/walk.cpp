@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: MIT
+#include "walk.h"
+
+#include "report.h"
+#include "walkthrough/shakemeter.h"
+
+#include <QDoubleSpinBox>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+
+#include <opencv2/videoio.hpp>
+
+#include <algorithm>
+#include <limits>
+
+namespace
+{
+constexpr int Forever = std::numeric_limits<int>::max();  ///< milliseconds; a job always ends
+constexpr int RepeatedAtEnd =
+    3;  ///< motions at the end of an export between repeats of one picture
+
+/** What a player would show of a video file. */
+struct VideoFacts
+{
+    int Frames = 0;  ///< as reported
+    double Fps = 0.0;
+    cv::Size Size;
+    int Codec = 0;
+};
+
+VideoFacts FactsOf(const QString& file)
+{
+    const cv::VideoCapture video(file.toStdString());
+    return {static_cast<int>(video.get(cv::CAP_PROP_FRAME_COUNT)), video.get(cv::CAP_PROP_FPS),
+            cv::Size(static_cast<int>(video.get(cv::CAP_PROP_FRAME_WIDTH)),
+                     static_cast<int>(video.get(cv::CAP_PROP_FRAME_HEIGHT))),
+            static_cast<int>(video.get(cv::CAP_PROP_FOURCC))};
+}
+
+int CroppedSize(int size, double cropFactor)
+{
+    const int cropped = static_cast<int>(size / cropFactor);
+    return cropped - cropped % 2;
+}
+}  // namespace
+
+Walk::Walk(const QDir& out, const QString& video, Report& report)
+    : Out(out), Video(video), Story(report), Window(nullptr, QString())
+{
+    Window.resize(1018, 755);
+    Window.show();
+    Story.Step(QTest::qWaitForWindowExposed(&Window), QStringLiteral("the window is shown"));
+}
+
+template <typename Widget>
+Widget* Walk::Find(const char* name)
+{
+    auto* widget = Window.findChild<Widget*>(QString::fromLatin1(name));
+    if (widget == nullptr)
+    {
+        qFatal("the window has no %s", name);
+    }
+    return widget;
+}
+
+void Walk::Type(const char* lineEdit, const QString& text)
+{
+    auto* edit = Find<QLineEdit>(lineEdit);
+    QTest::mouseClick(edit, Qt::LeftButton);
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+    Story.Step(edit->text() == text, QStringLiteral("%1 takes %2").arg(lineEdit, text));
+}
+
+QString Walk::LastAction()
+{
+    return Find<QLabel>("labelLog")->text();
+}
+
+QString Walk::ExportFile() const
+{
+    return Out.absoluteFilePath(QStringLiteral("stabilized.mp4"));
+}
+
+void Walk::TypePaths()
+{
+    Type("lineEditSourceVideo", Video);
+    Type("lineEditTrackingPathFile", Out.absoluteFilePath(QStringLiteral("Tracking.dat")));
+    Type("lineEditStabilizeFile", Out.absoluteFilePath(QStringLiteral("Stabilize.dat")));
+    Type("lineEditExportVideo", ExportFile());
+}
+
+/** Presses a job button and waits until the title says that the job has come and gone. */
+bool Walk::RunJob(const char* button, const QString& titleWord)
+{
+    auto* push = Find<QPushButton>(button);
+    const QString name = push->text();
+    if (!Story.Step(push->isEnabled(), QStringLiteral("\"%1\" can be pressed").arg(name)))
+    {
+        return false;
+    }
+    QElapsedTimer clock;
+    clock.start();
+    QTest::mouseClick(push, Qt::LeftButton);
+    Story.Step(Window.windowTitle().startsWith(titleWord),
+               QStringLiteral("the title says %1").arg(titleWord));
+    const bool ended = QTest::qWaitFor(
+        [this] { return Window.windowTitle().startsWith(QStringLiteral("IDLE")); }, Forever);
+    JobTime = clock.elapsed();
+    return Story.Step(ended, QStringLiteral("\"%1\" ended with \"%2\"").arg(name, LastAction()));
+}
+
+void Walk::Analyse()
+{
+    RunJob("pushButtonAnalyseTrack", QStringLiteral("BUSY"));
+    Story.Step(LastAction() == QStringLiteral("Stabilizing file written!"),
+               QStringLiteral("the data files are written"));
+    const int frames = std::max(FactsOf(Video).Frames, 1);
+    Story.Fact(QStringLiteral("frames: %1").arg(frames));
+    Story.Fact(
+        QStringLiteral("analysis: %1 ms per frame").arg(double(JobTime) / frames, 0, 'f', 2));
+}
+
+void Walk::ReadAnalysedData()
+{
+    RunJob("pushButtonReadTrack", QStringLiteral("BUSY"));
+    Story.Step(LastAction() == QStringLiteral("Stabilizing file read successfully!"),
+               QStringLiteral("the analysed data are back"));
+}
+
+void Walk::CalculatePath()
+{
+    auto* button = Find<QPushButton>("pushButtonCalculateTrack");
+    Story.Step(button->isEnabled(), QStringLiteral("the camera path can be calculated"));
+    QTest::mouseClick(button, Qt::LeftButton);
+    Story.Step(LastAction() == QStringLiteral("Generate Smoothing Path"),
+               QStringLiteral("the camera path is calculated"));
+}
+
+void Walk::Export()
+{
+    RunJob("pushButtonExportVideo", QStringLiteral("EXPORTING"));
+    Story.Step(LastAction() == QStringLiteral("Exporting Video finished!"),
+               QStringLiteral("the video is exported"));
+    const int frames = std::max(FactsOf(Video).Frames, 1);
+    Story.Fact(QStringLiteral("export: %1 ms per frame").arg(double(JobTime) / frames, 0, 'f', 2));
+}
+
+void Walk::CheckExport()
+{
+    const VideoFacts source = FactsOf(Video);
+    const VideoFacts result = FactsOf(ExportFile());
+    const double factor = Find<QDoubleSpinBox>("doubleSpinBoxZoom")->value() / 100.0;
+    const cv::Size size(CroppedSize(source.Size.width, factor),
+                        CroppedSize(source.Size.height, factor));
+    Story.Step(result.Frames == source.Frames,
+               QStringLiteral("it has %1 frames").arg(source.Frames));
+    Story.Step(std::abs(result.Fps - source.Fps) < 0.001 * source.Fps,
+               QStringLiteral("it runs at %1 frames per second").arg(source.Fps));
+    Story.Step(result.Size == size,
+               QStringLiteral("it is %1 by %2 pixels").arg(size.width).arg(size.height));
+    Story.Step(result.Codec == cv::VideoWriter::fourcc('m', 'p', '4', 'v'),
+               QStringLiteral("its codec is mp4v"));
+}
+
+void Walk::TakeScreenshots()
+{
+    auto* tabs = Find<QTabWidget>("tabWidgetMain");
+    for (int index = tabs->count() - 1; index >= 0; --index)
+    {
+        QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, Qt::NoModifier,
+                          tabs->tabBar()->tabRect(index).center());
+        QTest::qWait(100);
+        const QString file = QStringLiteral("tab-%1.png").arg(tabs->widget(index)->objectName());
+        Story.Step(tabs->currentIndex() == index && Window.grab().save(Out.filePath(file)),
+                   QStringLiteral("screenshot %1").arg(file));
+    }
+}
+
+void Walk::CompareShake(double atMost)
+{
+    const Shake source = MeasureShake(MeasureMotion(Video), RepeatedAtEnd);
+    const Shake result = MeasureShake(MeasureMotion(ExportFile()), RepeatedAtEnd);
+    const auto describe = [](const Shake& shake)
+    {
+        return QStringLiteral("%1 pixels, %2 degrees")
+            .arg(shake.Shift, 0, 'f', 3)
+            .arg(shake.Degrees, 0, 'f', 4);
+    };
+    Story.Fact(QStringLiteral("shake of the source, RMS per frame: %1").arg(describe(source)));
+    Story.Fact(QStringLiteral("shake of the result, RMS per frame: %1").arg(describe(result)));
+    Story.Step(result.Shift <= atMost * source.Shift,
+               QStringLiteral("at most %1 of the shake is left").arg(atMost));
+}
