@@ -30,7 +30,8 @@ Outline Blob(cv::Point2d centre, cv::Point2d radius, double rough, int corners, 
     {
         const Rotation turn = RotationOf(fullTurn * i / corners);
         const double size = 1.0 + random.Uniform(-rough, rough);
-        outline.emplace_back(centre.x + size * radius.x * turn.Cos, centre.y + size * radius.y * turn.Sin);
+        outline.emplace_back(centre.x + size * radius.x * turn.Cos,
+                             centre.y + size * radius.y * turn.Sin);
     }
     return outline;
 }
@@ -49,7 +50,8 @@ cv::Rect Cover(const Canvas& canvas, const Outline& outline, cv::Mat& mask)
                           static_cast<int>(std::floor(low.y * canvas.Unit)) - edge);
     const cv::Point last(static_cast<int>(std::ceil(high.x * canvas.Unit)) + edge,
                          static_cast<int>(std::ceil(high.y * canvas.Unit)) + edge);
-    const cv::Rect area = (cv::Rect(first, last) - canvas.Origin) & cv::Rect({}, canvas.Picture.size());
+    const cv::Rect area =
+        (cv::Rect(first, last) - canvas.Origin) & cv::Rect({}, canvas.Picture.size());
     if (area.empty())
     {
         return {};
@@ -59,11 +61,13 @@ cv::Rect Cover(const Canvas& canvas, const Outline& outline, cv::Mat& mask)
     corners.reserve(outline.size());
     for (const cv::Point2d& corner : outline)
     {
-        corners.emplace_back(cvRound((corner.x * canvas.Unit - canvas.Origin.x - area.x) * (1 << shift)),
-                             cvRound((corner.y * canvas.Unit - canvas.Origin.y - area.y) * (1 << shift)));
+        corners.emplace_back(
+            cvRound((corner.x * canvas.Unit - canvas.Origin.x - area.x) * (1 << shift)),
+            cvRound((corner.y * canvas.Unit - canvas.Origin.y - area.y) * (1 << shift)));
     }
     mask = cv::Mat::zeros(area.size(), CV_8UC1);
-    cv::fillPoly(mask, std::vector<std::vector<cv::Point>>{corners}, cv::Scalar(255), cv::LINE_AA, shift);
+    cv::fillPoly(mask, std::vector<std::vector<cv::Point>>{corners}, cv::Scalar(255), cv::LINE_AA,
+                 shift);
     return area;
 }
 

@@ -42,7 +42,8 @@ struct Canvas
 [[nodiscard]] Outline Box(double left, double top, double right, double bottom);
 
 /** A round shape whose radius varies by the share @p rough, with @p corners corners. */
-[[nodiscard]] Outline Blob(cv::Point2d centre, cv::Point2d radius, double rough, int corners, Random& random);
+[[nodiscard]] Outline Blob(cv::Point2d centre, cv::Point2d radius, double rough, int corners,
+                           Random& random);
 
 /**
  * The part of @p canvas that @p outline touches, and how much of each of its pixels is inside, 0 to
@@ -53,7 +54,8 @@ struct Canvas
 /** Factor that makes a surface look like a material: noise a few pixels wide. */
 [[nodiscard]] inline float Grain(const cv::Point& pixel, double strength, std::uint32_t seed)
 {
-    const double x = (0.8 * pixel.x - 0.6 * pixel.y) / 4.3;  // turned, so that the grid does not show
+    const double x =
+        (0.8 * pixel.x - 0.6 * pixel.y) / 4.3;  // turned, so that the grid does not show
     const double y = (0.6 * pixel.x + 0.8 * pixel.y) / 4.3;
     return static_cast<float>(1.0 + strength * Fractal(x, y, seed, 2));
 }

@@ -30,20 +30,26 @@ constexpr Unrest Shakes[] = {
     {30.0, 0.0014, 0.0004},
 };
 
+/**
+ * With fewer frames per second the hand slows down, in frames per second. So no step, even with
+ * MaxShake, gets beyond a quarter of the height or 0.07 radians, and all can be measured.
+ */
+constexpr double SlowestFps = 24.0;
+
 void AddUnrest(Hold& hold, const Unrest& unrest, double seconds, double height, std::uint32_t seed)
 {
     const double t = seconds * unrest.Pace;
     hold.X += unrest.Shift * height * ValueNoise(t, 0.5, seed);
     // A person looks about sideways more than up and down.
-    hold.Y += 0.6 * unrest.Shift * height * ValueNoise(t, 0.5, seed + 1);
+    hold.Y += 0.5 * unrest.Shift * height * ValueNoise(t, 0.5, seed + 1);
     hold.Roll += unrest.Roll * ValueNoise(t, 0.5, seed + 2);
 }
 
 Hold HoldAt(const SampleSettings& settings, int frame)
 {
-    const double seconds = frame / settings.Fps;
+    const double seconds = frame / std::max(settings.Fps, SlowestFps);
     const auto height = static_cast<double>(settings.Height);
-    const std::uint32_t seed = Hash(static_cast<int>(settings.Seed), static_cast<int>(settings.Seed >> 32), 3);
+    const std::uint32_t seed = SeedFor(settings.Seed, 3);
     const double shake = std::clamp(settings.Shake, 0.0, MaxShake);
     Hold hold;
     AddUnrest(hold, Pan, seconds, height, seed);
@@ -51,7 +57,8 @@ Hold HoldAt(const SampleSettings& settings, int frame)
     for (const Unrest& unrest : Shakes)
     {
         stream += 3;
-        AddUnrest(hold, {unrest.Pace, shake * unrest.Shift, shake * unrest.Roll}, seconds, height, stream);
+        AddUnrest(hold, {unrest.Pace, shake * unrest.Shift, shake * unrest.Roll}, seconds, height,
+                  stream);
     }
     return hold;
 }
@@ -66,7 +73,8 @@ std::vector<FrameMotion> HandHeldMotion(const SampleSettings& settings)
     for (int i = 0; i + 1 < settings.Frames; ++i)
     {
         const Hold next = HoldAt(settings, i + 1);
-        // The hand turns the picture about its centre, the motion is told about the top left corner.
+        // The hand turns the picture about its centre, the motion is told about the top left
+        // corner.
         const double angle = next.Roll - now.Roll;
         const Rotation turn = RotationOf(angle);
         const double fromX = centreX + now.X;

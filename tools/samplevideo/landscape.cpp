@@ -9,11 +9,11 @@ namespace
 /** A hill's ridge: a smooth line over the canvas. */
 struct Ridge
 {
-    double Height;   ///< units from the top of the first frame
-    double Rise;     ///< largest deviation, units
-    double Pace;     ///< hills per unit
-    double Haze;     ///< 0 near to 1 lost in the distance
-    int Stream;      ///< of its noise
+    double Height;  ///< units from the top of the first frame
+    double Rise;    ///< largest deviation, units
+    double Pace;    ///< hills per unit
+    double Haze;    ///< 0 near to 1 lost in the distance
+    int Stream;     ///< of its noise
 };
 
 constexpr Ridge Ridges[] = {
@@ -41,9 +41,11 @@ void PaintRidge(Canvas& canvas, const Ridge& ridge)
              const double crowns = Fractal(p.x * 60.0, p.y * 95.0, seed + 20, 3);
              const double clearing = Fractal(p.x * 5.0, p.y * 16.0, seed + 30, 2);
              Colour colour = Rgb(58.0F, 92.0F, 48.0F) * static_cast<float>(1.0 + 0.9 * crowns);
-             const Colour field = Mix(Rgb(168.0F, 172.0F, 88.0F), Rgb(120.0F, 160.0F, 72.0F),
-                                      SmoothStep(-0.2, 0.2, Fractal(p.x * 9.0, p.y * 30.0, seed + 40, 2)));
-             colour = Mix(colour, field * static_cast<float>(1.0 + 0.25 * crowns), SmoothStep(0.12, 0.16, clearing));
+             const Colour field =
+                 Mix(Rgb(168.0F, 172.0F, 88.0F), Rgb(120.0F, 160.0F, 72.0F),
+                     SmoothStep(-0.2, 0.2, Fractal(p.x * 9.0, p.y * 30.0, seed + 40, 2)));
+             colour = Mix(colour, field * static_cast<float>(1.0 + 0.25 * crowns),
+                          SmoothStep(0.12, 0.16, clearing));
              return Mix(colour, HazeColour(), ridge.Haze);
          });
 }
@@ -80,9 +82,11 @@ void PaintKerb(Canvas& canvas, double top, double bottom)
     Fill(canvas, Box(canvas.Left(), top, canvas.Right(), bottom), 0.15,
          [seed, top, bottom](const cv::Point2d& p)
          {
-             const double shade = (1.0 + 0.1 * ValueNoise(std::floor(p.x / 0.09) + 0.5, 0.5, seed)) *
-                                  (p.y > top + 0.6 * (bottom - top) ? 0.62 : 1.0);
-             return Rgb(190.0F, 186.0F, 178.0F) * static_cast<float>(shade * (1.0 - 0.4 * Joint(p.x, 0.5, 0.09, 1.0, 0.003)));
+             const double shade =
+                 (1.0 + 0.1 * ValueNoise(std::floor(p.x / 0.09) + 0.5, 0.5, seed)) *
+                 (p.y > top + 0.6 * (bottom - top) ? 0.62 : 1.0);
+             return Rgb(190.0F, 186.0F, 178.0F) *
+                    static_cast<float>(shade * (1.0 - 0.4 * Joint(p.x, 0.5, 0.09, 1.0, 0.003)));
          });
 }
 
@@ -95,8 +99,10 @@ void PaintRoad(Canvas& canvas)
          {
              const double wear = Fractal(p.x * 2.0, p.y * 26.0, seed, 3);
              const double crack = std::abs(Fractal(p.x * 7.0, p.y * 11.0, seed + 5, 4));
-             const double patch = ValueNoise(std::floor(p.x * 2.3) + 0.5, std::floor(p.y * 19.0) + 0.5, seed + 9);
-             const double shade = 1.0 + 0.16 * wear - 0.45 * (1.0 - SmoothStep(0.004, 0.016, crack)) -
+             const double patch =
+                 ValueNoise(std::floor(p.x * 2.3) + 0.5, std::floor(p.y * 19.0) + 0.5, seed + 9);
+             const double shade = 1.0 + 0.16 * wear -
+                                  0.45 * (1.0 - SmoothStep(0.004, 0.016, crack)) -
                                   (patch > 0.55 ? 0.18 : 0.0);
              return Rgb(104.0F, 104.0F, 108.0F) * static_cast<float>(shade);
          });
@@ -106,7 +112,8 @@ void PaintRoad(Canvas& canvas)
         Fill(canvas, Box(x, middle - 0.006, x + 0.15, middle + 0.006), 0.18,
              [seed](const cv::Point2d& p)
              {
-                 const double worn = SmoothStep(0.1, 0.4, Fractal(p.x * 50.0, p.y * 50.0, seed + 40, 3));
+                 const double worn =
+                     SmoothStep(0.1, 0.4, Fractal(p.x * 50.0, p.y * 50.0, seed + 40, 3));
                  return Mix(Rgb(226.0F, 226.0F, 218.0F), Rgb(120.0F, 120.0F, 120.0F), worn);
              });
     }
@@ -121,7 +128,8 @@ void PaintMeadow(Canvas& canvas)
          {
              const double blades = Fractal(p.x * 130.0, p.y * 45.0, seed, 3);
              const double tufts = Fractal(p.x * 11.0, p.y * 18.0, seed + 7, 3);
-             const Colour colour = Mix(Rgb(74.0F, 112.0F, 40.0F), Rgb(136.0F, 150.0F, 66.0F), 0.5 + 0.9 * tufts);
+             const Colour colour =
+                 Mix(Rgb(74.0F, 112.0F, 40.0F), Rgb(136.0F, 150.0F, 66.0F), 0.5 + 0.9 * tufts);
              return colour * static_cast<float>(1.0 + 0.7 * blades);
          });
     constexpr double patch = 0.05;
@@ -133,12 +141,13 @@ void PaintMeadow(Canvas& canvas)
         Random random(seed, i);
         for (int row = 0; row < rows; ++row)
         {
-            const cv::Point2d place(i * patch / 4.0 + random.Uniform(0.0, 0.02),
-                                    Street::Grass + 0.006 + patch * (row + random.Uniform(0.0, 1.0)));
+            const double x = i * patch / 4.0 + random.Uniform(0.0, 0.02);
+            const double y = Street::Grass + 0.006 + patch * (row + random.Uniform(0.0, 1.0));
             const double size = random.Uniform(0.002, 0.0045);
-            const Colour petals[] = {Rgb(246.0F, 244.0F, 236.0F), Rgb(240.0F, 208.0F, 60.0F), Rgb(170.0F, 96.0F, 160.0F)};
+            const Colour petals[] = {Rgb(246.0F, 244.0F, 236.0F), Rgb(240.0F, 208.0F, 60.0F),
+                                     Rgb(170.0F, 96.0F, 160.0F)};
             const Colour& petal = petals[random.Below(3)];
-            Fill(canvas, Blob(place, {size, 0.8 * size}, 0.3, 7, random), 0.1, petal);
+            Fill(canvas, Blob({x, y}, {size, 0.8 * size}, 0.3, 7, random), 0.1, petal);
         }
     }
 }
@@ -154,11 +163,12 @@ void PaintLeaves(Canvas& canvas)
         Random random(Hash(5, 2, canvas.Seed), i);
         for (int leaf = 0; leaf < 3; ++leaf)
         {
-            const cv::Point2d place((i + random.Uniform(0.0, 1.0)) * patch,
-                                    random.Uniform(Street::HouseBase + 0.004, Street::Grass));
+            const double x = (i + random.Uniform(0.0, 1.0)) * patch;
+            const double y = random.Uniform(Street::HouseBase + 0.004, Street::Grass);
             const double size = random.Uniform(0.0015, 0.0038);
-            const Colour colour = Mix(Rgb(196.0F, 128.0F, 44.0F), Rgb(92.0F, 56.0F, 30.0F), random.Uniform(0.0, 1.0));
-            Fill(canvas, Blob(place, {size, 0.6 * size}, 0.4, 6, random), 0.1, colour);
+            const Colour colour =
+                Mix(Rgb(196.0F, 128.0F, 44.0F), Rgb(92.0F, 56.0F, 30.0F), random.Uniform(0.0, 1.0));
+            Fill(canvas, Blob({x, y}, {size, 0.6 * size}, 0.4, 6, random), 0.1, colour);
         }
     }
 }
@@ -170,12 +180,14 @@ void PaintSky(Canvas& canvas)
     Fill(canvas, Box(canvas.Left(), canvas.Top(), canvas.Right(), Street::Horizon), 0.0,
          [seed](const cv::Point2d& p)
          {
-             const Colour blue = Mix(HazeColour(), Rgb(66.0F, 118.0F, 188.0F), (Street::Horizon - p.y) / 0.7);
+             const Colour blue =
+                 Mix(HazeColour(), Rgb(66.0F, 118.0F, 188.0F), (Street::Horizon - p.y) / 0.7);
              const double density = Fractal(p.x * 1.7, p.y * 3.6, seed, 7);
              // Clouds are lit from the upper left: bright where they thin out that way.
              const double behind = Fractal((p.x - 0.03) * 1.7, (p.y - 0.03) * 3.6, seed, 7);
-             const Colour cloud = Mix(Rgb(255.0F, 253.0F, 248.0F), Rgb(168.0F, 176.0F, 190.0F),
-                                      0.42 + 2.2 * (behind - density) + 0.5 * std::max(0.0, density));
+             const Colour cloud =
+                 Mix(Rgb(255.0F, 253.0F, 248.0F), Rgb(168.0F, 176.0F, 190.0F),
+                     0.42 + 2.2 * (behind - density) + 0.5 * std::max(0.0, density));
              return Mix(blue, cloud, SmoothStep(-0.02, 0.20, density));
          });
 }

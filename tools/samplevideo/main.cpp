@@ -40,7 +40,8 @@ bool ReadSize(std::string_view text, SampleSettings& settings)
 {
     const std::size_t cross = text.find('x');
     return cross != std::string_view::npos && ReadNumber(text.substr(0, cross), settings.Width) &&
-           ReadNumber(text.substr(cross + 1), settings.Height) && IsSide(settings.Width) && IsSide(settings.Height);
+           ReadNumber(text.substr(cross + 1), settings.Height) && IsSide(settings.Width) &&
+           IsSide(settings.Height);
 }
 
 bool ReadOption(std::string_view name, std::string_view value, SampleSettings& settings)
@@ -61,7 +62,8 @@ bool ReadOption(std::string_view name, std::string_view value, SampleSettings& s
     {
         return ReadNumber(value, settings.Fps) && settings.Fps > 0.0 && settings.Fps <= MaxFps;
     }
-    return name == "--shake" && ReadNumber(value, settings.Shake) && settings.Shake >= 0.0 && settings.Shake <= MaxShake;
+    return name == "--shake" && ReadNumber(value, settings.Shake) && settings.Shake >= 0.0 &&
+           settings.Shake <= MaxShake;
 }
 
 /** @return false, with the reason on the error stream, when the arguments make no sense */
@@ -75,7 +77,8 @@ bool ReadArguments(int count, char** arguments, SampleSettings& settings, std::s
             const char* value = i + 1 < count ? arguments[i + 1] : "";
             if (!ReadOption(argument, value, settings))
             {
-                std::fprintf(stderr, "samplevideo: \"%s %s\" is not understood.\n", arguments[i], value);
+                std::fprintf(stderr, "samplevideo: \"%s %s\" is not understood.\n", arguments[i],
+                             value);
                 return false;
             }
             ++i;
@@ -120,7 +123,7 @@ int main(int count, char** arguments)
         std::fprintf(stderr, "samplevideo: \"%s\" cannot be written.\n", truthPath.c_str());
         return ExitNotWritten;
     }
-    std::printf("%s: %d frames of %dx%d, truth in %s\n", path.c_str(), settings.Frames, settings.Width, settings.Height,
-                truthPath.c_str());
+    std::printf("%s: %d frames of %dx%d, truth in %s\n", path.c_str(), settings.Frames,
+                settings.Width, settings.Height, truthPath.c_str());
     return 0;
 }

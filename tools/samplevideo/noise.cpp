@@ -82,8 +82,10 @@ Rotation RotationOf(double angle)
     }
     // Taylor series; the terms left out are below the last bit of a double.
     const double a2 = angle * angle;
-    double sine = angle * (1.0 - a2 / 6.0 * (1.0 - a2 / 20.0 * (1.0 - a2 / 42.0 * (1.0 - a2 / 72.0))));
-    double versine = a2 / 2.0 * (1.0 - a2 / 12.0 * (1.0 - a2 / 30.0 * (1.0 - a2 / 56.0)));  // 1 - cosine
+    double sine =
+        angle * (1.0 - a2 / 6.0 * (1.0 - a2 / 20.0 * (1.0 - a2 / 42.0 * (1.0 - a2 / 72.0))));
+    double versine =
+        a2 / 2.0 * (1.0 - a2 / 12.0 * (1.0 - a2 / 30.0 * (1.0 - a2 / 56.0)));  // 1 - cosine
     for (; halvings > 0; --halvings)
     {
         const double cosine = 1.0 - versine;

@@ -17,11 +17,22 @@
     return h ^ (h >> 15);
 }
 
-/** A sequence of random numbers. */
+/** A seed for one use of several that share @p seed. */
+[[nodiscard]] inline std::uint32_t SeedFor(std::uint64_t seed, int use)
+{
+    return Hash(static_cast<int>(seed & 0xFFFFFFFFU), static_cast<int>(seed >> 32),
+                static_cast<std::uint32_t>(use));
+}
+
+/**
+ * A sequence of random numbers. One expression draws one number at most: the order in which the
+ * arguments of a call are computed is the compiler's choice.
+ */
 class Random
 {
 public:
-    Random(std::uint32_t seed, int stream) : State((std::uint64_t{seed} << 32) + Hash(stream, 0, 7)) {}
+    Random(std::uint32_t seed, int stream) : State((std::uint64_t{seed} << 32) + Hash(stream, 0, 7))
+    {}
 
     /** 64 random bits: the generator "splitmix64" of Steele, Lea and Flood 2014. */
     std::uint64_t Next();
@@ -39,7 +50,8 @@ private:
 /** Smooth noise, -1 to 1, with knots at whole numbers. */
 [[nodiscard]] double ValueNoise(double x, double y, std::uint32_t seed);
 
-/** Sum of @p octaves value noises, each of half the size and strength of the one before; -1 to 1. */
+/** Sum of @p octaves value noises, each of half the size and strength of the one before; -1 to 1.
+ */
 [[nodiscard]] double Fractal(double x, double y, std::uint32_t seed, int octaves);
 
 /** Sine and cosine of one angle. */

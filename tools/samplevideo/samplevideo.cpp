@@ -13,8 +13,8 @@
 
 namespace
 {
-constexpr int Channels = 4;      ///< of the world: a power of two, so that a pixel fills a register
-constexpr int Border = 4;        ///< pixels of the world around what the camera sees
+constexpr int Channels = 4;  ///< of the world: a power of two, so that a pixel fills a register
+constexpr int Border = 4;    ///< pixels of the world around what the camera sees
 constexpr int NoiseCount = 1 << 16;
 constexpr double NoiseSigma = 1.0;  ///< levels
 
@@ -61,18 +61,22 @@ cv::Rect SeenArea(const SampleVideo& video)
             high = {std::max(high.x, corner.x), std::max(high.y, corner.y)};
         }
     }
-    const cv::Point first(static_cast<int>(std::floor(low.x)) - Border, static_cast<int>(std::floor(low.y)) - Border);
-    const cv::Point last(static_cast<int>(std::ceil(high.x)) + Border, static_cast<int>(std::ceil(high.y)) + Border);
+    const cv::Point first(static_cast<int>(std::floor(low.x)) - Border,
+                          static_cast<int>(std::floor(low.y)) - Border);
+    const cv::Point last(static_cast<int>(std::ceil(high.x)) + Border,
+                         static_cast<int>(std::ceil(high.y)) + Border);
     return {first, last + cv::Point(1, 1)};
 }
 
-/** Weights of the four knots around a point that lies @p t, 0 to 1, behind the second: cubic B-spline. */
+/** Weights of the four knots around a point that lies @p t, 0 to 1, behind the second: cubic
+ * B-spline. */
 std::array<float, 4> SplineWeights(float t)
 {
     const float s = 1.0F - t;
     const float t2 = t * t;
     const float s2 = s * s;
-    return {s2 * s / 6.0F, 2.0F / 3.0F - t2 * (2.0F - t) / 2.0F, 2.0F / 3.0F - s2 * (2.0F - s) / 2.0F, t2 * t / 6.0F};
+    return {s2 * s / 6.0F, 2.0F / 3.0F - t2 * (2.0F - t) / 2.0F,
+            2.0F / 3.0F - s2 * (2.0F - s) / 2.0F, t2 * t / 6.0F};
 }
 
 /** The scene at a point given in the world's pixels: blue, green, red. */
@@ -85,7 +89,8 @@ std::array<float, Channels> SampleWorld(const cv::Mat& world, double x, double y
     std::array<float, Channels> sum = {};
     for (int j = 0; j < 4; ++j)
     {
-        const float* knot = world.ptr<float>(row - 1 + j) + static_cast<std::ptrdiff_t>(column - 1) * Channels;
+        const float* knot =
+            world.ptr<float>(row - 1 + j) + static_cast<std::ptrdiff_t>(column - 1) * Channels;
         const float weightY = weightsY[static_cast<std::size_t>(j)];
         for (std::size_t i = 0; i < 4; ++i)
         {
@@ -99,7 +104,7 @@ std::array<float, Channels> SampleWorld(const cv::Mat& world, double x, double y
     return sum;
 }
 
-/** A table of normally distributed noise, made once: the sum of twelve even ones is close enough. */
+/** Normally distributed noise, made once: twelve even numbers add up to nearly that. */
 const std::vector<float>& SensorNoise()
 {
     static const std::vector<float> table = []
@@ -144,7 +149,7 @@ SampleVideo MakeSampleVideo(const SampleSettings& settings, const std::vector<Fr
     }
     const cv::Rect area = SeenArea(video);
     video.Origin = area.tl();
-    video.World = PaintScene(area, settings.Height, Hash(static_cast<int>(settings.Seed), static_cast<int>(settings.Seed >> 32), 5));
+    video.World = PaintScene(area, settings.Height, SeedFor(settings.Seed, 5));
     return video;
 }
 
@@ -154,7 +159,7 @@ void RenderFrame(const SampleVideo& video, int index, cv::Mat& frame)
     frame.create(video.Settings.Height, width, CV_8UC3);
     const ToFirstFrame way(video.Poses[static_cast<std::size_t>(index)]);
     const std::vector<float>& noise = SensorNoise();
-    const auto seed = Hash(index, static_cast<int>(video.Settings.Seed), 11);
+    const std::uint32_t seed = SeedFor(video.Settings.Seed, 11);
     for (int row = 0; row < frame.rows; ++row)
     {
         auto* pixel = frame.ptr<cv::Vec3b>(row);
@@ -162,11 +167,14 @@ void RenderFrame(const SampleVideo& video, int index, cv::Mat& frame)
         for (int column = 0; column < width; ++column)
         {
             const cv::Point2d place = way.At(column, row);
-            const auto colour = SampleWorld(video.World, place.x - video.Origin.x, place.y - video.Origin.y);
+            const auto colour =
+                SampleWorld(video.World, place.x - video.Origin.x, place.y - video.Origin.y);
             for (std::uint32_t c = 0; c < 3; ++c)
             {
-                const auto entry = (start + 3 * static_cast<std::uint32_t>(column) + c) % NoiseCount;
-                pixel[column][static_cast<int>(c)] = cv::saturate_cast<uchar>(colour[c] + noise[entry]);
+                const auto entry =
+                    (start + 3 * static_cast<std::uint32_t>(column) + c) % NoiseCount;
+                pixel[column][static_cast<int>(c)] =
+                    cv::saturate_cast<uchar>(colour[c] + noise[entry]);
             }
         }
     }
@@ -175,7 +183,8 @@ void RenderFrame(const SampleVideo& video, int index, cv::Mat& frame)
 bool WriteVideo(const SampleVideo& video, const std::string& path)
 {
     const cv::Size size(video.Settings.Width, video.Settings.Height);
-    cv::VideoWriter writer(path, cv::VideoWriter::fourcc('F', 'F', 'V', '1'), video.Settings.Fps, size);
+    cv::VideoWriter writer(path, cv::CAP_FFMPEG, cv::VideoWriter::fourcc('F', 'F', 'V', '1'),
+                           video.Settings.Fps, size);
     if (!writer.isOpened())
     {
         return false;
@@ -203,7 +212,9 @@ bool WriteTruth(const std::vector<FrameMotion>& motions, const std::string& path
     for (std::size_t i = 0; i < motions.size(); ++i)
     {
         const FrameMotion& motion = motions[i];
-        good = std::fprintf(file, "%zu,%.17g,%.17g,%.17g\n", i, motion.X, motion.Y, motion.Angle) > 0 && good;
+        good = std::fprintf(file, "%zu,%.17g,%.17g,%.17g\n", i, motion.X, motion.Y, motion.Angle) >
+                   0 &&
+               good;
     }
     return std::fclose(file) == 0 && good;
 }

@@ -15,8 +15,7 @@ struct Pieces
     Pieces(const Canvas& canvas, double step)
         : First(static_cast<int>(std::floor(canvas.Left() / step)) - 1),
           Last(static_cast<int>(std::ceil(canvas.Right() / step)) + 1)
-    {
-    }
+    {}
 };
 
 /** Where house number @p number of a row begins: evenly spaced, more or less. */
@@ -35,14 +34,19 @@ void PaintDistantTown(Canvas& canvas)
         for (int i = pieces.First; i <= pieces.Last; ++i)
         {
             Random random(seed, i);
-            const double base = Street::Horizon - 0.015 + 0.045 * row + random.Uniform(-0.012, 0.012);
+            const double base =
+                Street::Horizon - 0.015 + 0.045 * row + random.Uniform(-0.012, 0.012);
             const double left = HouseEdge(i, step, seed);
             const double floor = 0.024 + 0.008 * row;
             const double width = random.Uniform(0.075, 0.12);
-            PaintTree(canvas, {left + width + 0.02, base + 0.01}, random.Uniform(0.07, 0.12), 0.25 - 0.1 * row, random);
+            PaintTree(canvas, {left + width + 0.02, base + 0.01}, random.Uniform(0.07, 0.12),
+                      0.25 - 0.1 * row, random);
             if (random.Chance(0.75))
             {
-                PaintHouse(canvas, {left, left + width, base, floor, 1 + random.Below(2), 0.22 - 0.08 * row}, random);
+                PaintHouse(
+                    canvas,
+                    {left, left + width, base, floor, 1 + random.Below(2), 0.22 - 0.08 * row},
+                    random);
             }
         }
     }
@@ -55,7 +59,8 @@ void PaintGarden(Canvas& canvas, double left, double right, Random& random)
     {
         if (random.Chance(0.6))
         {
-            PaintTree(canvas, {x, Street::HouseBase - 0.05}, random.Uniform(0.2, 0.34), 0.04, random);
+            PaintTree(canvas, {x, Street::HouseBase - 0.05}, random.Uniform(0.2, 0.34), 0.04,
+                      random);
         }
     }
     for (double x = left; x < right; x += random.Uniform(0.03, 0.07))
@@ -82,7 +87,9 @@ void PaintHouseRow(Canvas& canvas)
         else
         {
             const int floors = 2 + random.Below(2);
-            PaintHouse(canvas, {left, right, Street::HouseBase, random.Uniform(0.088, 0.102), floors, 0.0}, random);
+            PaintHouse(canvas,
+                       {left, right, Street::HouseBase, random.Uniform(0.088, 0.102), floors, 0.0},
+                       random);
         }
     }
 }
@@ -98,7 +105,9 @@ void PaintStreetside(Canvas& canvas)
         const double x = i * step;
         if (random.Chance(0.4))
         {
-            PaintTree(canvas, {x + random.Uniform(0.0, 0.1), Street::FarKerb - 0.012}, random.Uniform(0.26, 0.36), 0.0, random);
+            const double height = random.Uniform(0.26, 0.36);
+            const cv::Point2d foot(x + random.Uniform(0.0, 0.1), Street::FarKerb - 0.012);
+            PaintTree(canvas, foot, height, 0.0, random);
         }
         else if (random.Chance(0.5))
         {
@@ -122,7 +131,8 @@ cv::Mat ThroughLens(const cv::Mat& picture)
     const int lastRow = picture.rows - 1;
     for (int row = 0; row < picture.rows; ++row)
     {
-        const cv::Vec3b* lines[] = {picture.ptr<cv::Vec3b>(std::max(row - 1, 0)), picture.ptr<cv::Vec3b>(row),
+        const cv::Vec3b* lines[] = {picture.ptr<cv::Vec3b>(std::max(row - 1, 0)),
+                                    picture.ptr<cv::Vec3b>(row),
                                     picture.ptr<cv::Vec3b>(std::min(row + 1, lastRow))};
         auto* pixel = world.ptr<cv::Vec4f>(row);
         for (int column = 0; column < picture.cols; ++column)
@@ -134,13 +144,15 @@ cv::Mat ThroughLens(const cv::Mat& picture)
                 int sum = 0;  // binomial weights: 1 2 1 in both directions
                 for (int i = 0; i < 3; ++i)
                 {
-                    const int line = lines[i][left][c] + 2 * lines[i][column][c] + lines[i][right][c];
+                    const int line =
+                        lines[i][left][c] + 2 * lines[i][column][c] + lines[i][right][c];
                     sum += i == 1 ? 2 * line : line;
                 }
                 pixel[column][c] = static_cast<float>(sum) / 16.0F;
             }
             // Paints are more colourful than what a camera sees.
-            const float gray = (pixel[column][0] + 2.0F * pixel[column][1] + pixel[column][2]) / 4.0F;
+            const float gray =
+                (pixel[column][0] + 2.0F * pixel[column][1] + pixel[column][2]) / 4.0F;
             for (int c = 0; c < 3; ++c)
             {
                 pixel[column][c] += 0.22F * (gray - pixel[column][c]);
