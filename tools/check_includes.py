@@ -13,7 +13,7 @@ from pathlib import Path
 ROWS = [
     # records: plain data
     ["batch/jobstate", "batch/resultcodes", "batch/trackingparameters", "batch/exportsettings", "batch/filenames",
-     "batch/logrecord", "batch/samefile", "stabilizer/truncation", "stabilizer/ignoresection", "stabilizer/manualpath",
+     "batch/logrecord", "batch/samefile", "batch/binaryfile", "stabilizer/truncation", "stabilizer/ignoresection", "stabilizer/manualpath",
      "stabilizer/axisfiltersettings", "stabilizer/pathfilterstage", "app/pathnames", "app/programapplication"],
     # engine
     ["app/log", "stabilizer/croprectangle", "stabilizer/pathfilter", "stabilizer/pathcorrections",
@@ -41,6 +41,11 @@ def breaches(src: Path):
                 yield f"{header}.h includes {included}.h, which stands in no row"
             elif PLACE[included] >= PLACE[header]:
                 yield f"{header}.h must not include {included}.h"
+    for path in sorted(src.rglob("*.cpp")):
+        unit = path.relative_to(src).as_posix()
+        if not unit.startswith("app/") and unit != "batch/stabilizerhost.cpp":
+            if "app/mainwindow" in INCLUDE.findall(path.read_text(encoding="utf-8")):
+                yield f"{unit} must not include app/mainwindow.h: emit a signal instead"
     for header in PLACE:
         if not (src / f"{header}.h").is_file():
             yield f"{header}.h stands in the table and not in the tree"

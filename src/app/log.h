@@ -38,7 +38,10 @@ public:
     Log(const Log&) = delete;
     Log& operator=(const Log&) = delete;
 
-    /** Builds the log's widgets into @p parent, which owns them and has no layout of its own. */
+    /**
+     * Builds the log's widgets into @p parent, which owns them and has no layout of its own. Once
+     * per window; a further window takes the log over.
+     */
     void Setup(QWidget* parent);
 
     /**

@@ -17,8 +17,10 @@ namespace
 constexpr int SmallestRescale = 50;    ///< pixels
 constexpr int LargestRescale = 20000;  ///< pixels
 
-/** The axis settings until projects can be read: what the reader of projects gives when a key is
- * missing. */
+/**
+ * The axis settings until projects can be read: what the reader of projects gives when a key is
+ * missing.
+ */
 void SetDefaults(AxisFilterSettings& settings, std::int32_t strength)
 {
     settings.EnableIgnoreSections = true;
@@ -86,8 +88,10 @@ void MainWindow::on_actionDefault_Settings_triggered() {}
 
 void MainWindow::on_actionLook_Feel_triggered() {}
 
-/** Plain copy of the source through the codec, as a check of both; blocks the window for its whole
- * length. */
+/**
+ * Plain copy of the source through the codec, as a check of both; blocks the window for its whole
+ * length.
+ */
 void MainWindow::on_pushButtonTest_clicked()
 {
     CommitSettings();
@@ -176,15 +180,12 @@ void MainWindow::ProcessUpdate(int t)
     const bool hasPath = t == JobPathReady || t == JobPathCalculated;
     const bool isIdle = t == JobNone || t == JobTrackingReady || hasPath;
     ui->pushButtonAbort->setEnabled(!isIdle);
-    for (QWidget* widget :
-         {ui->pushButtonGenerateAll, ui->pushButtonAnalyseTrack, ui->pushButtonReadTrack,
-          ui->pushButtonSourceVideo, ui->pushButtonTrackingFile, ui->pushButtonStabilizeFile,
-          ui->pushButtonExportVideoFile})
-    {
-        widget->setEnabled(isIdle);
-    }
-    for (QWidget* widget : {ui->lineEditSourceVideo, ui->lineEditTrackingPathFile,
-                            ui->lineEditStabilizeFile, ui->lineEditExportVideo})
+    const std::initializer_list<QWidget*> whileIdle = {
+        ui->pushButtonGenerateAll,  ui->pushButtonAnalyseTrack,   ui->pushButtonReadTrack,
+        ui->lineEditSourceVideo,    ui->pushButtonSourceVideo,    ui->lineEditTrackingPathFile,
+        ui->pushButtonTrackingFile, ui->lineEditStabilizeFile,    ui->pushButtonStabilizeFile,
+        ui->lineEditExportVideo,    ui->pushButtonExportVideoFile};
+    for (QWidget* widget : whileIdle)
     {
         widget->setEnabled(isIdle);
     }
@@ -192,6 +193,7 @@ void MainWindow::ProcessUpdate(int t)
     ui->pushButtonExportVideo->setEnabled(hasPath);
     MenuProjChangeable(isIdle);
 
-    const QString word = isIdle ? tr("IDLE") : t == JobExport ? tr("EXPORTING") : tr("BUSY");
+    const QString busyWord = t == JobExport ? tr("EXPORTING") : tr("BUSY");
+    const QString word = isIdle ? tr("IDLE") : busyWord;
     setWindowTitle(tr("%1 %2 @ Molvane").arg(word, FileNameOf(Config.ProjectFile)));
 }

@@ -37,18 +37,23 @@ public slots:
     void on_actionexit_triggered();
     void on_actionDefault_Settings_triggered();
     void on_actionLook_Feel_triggered();
+    /** Copies the source through the codec to the export file; blocks. Its button is hidden. */
     void on_pushButtonTest_clicked();
+
     void on_pushButtonAbort_clicked();
     void on_pushButtonGenerateAll_clicked();
     void on_pushButtonAnalyseTrack_clicked();
     void on_pushButtonReadTrack_clicked();
+    /** The camera path, on this thread; also for the graph tabs. Does nothing while a job runs. */
     void on_pushButtonCalculateTrack_clicked();
+
     void on_pushButtonExportVideo_clicked();
 
     /** A click on the tab bar: stores the tab that is left and loads the tab @p index. */
     void MainTabChanged(int index);
 
-    /** Turns the commands that replace the project on or off; saving stays possible during a job.
+    /**
+     * Turns the project commands on or off for the time of a job; saving stays possible.
      */
     void MenuProjChangeable(bool en);
 

@@ -3,16 +3,18 @@
 #include "batch/opcvthread.h"
 #include "batch/stabilizerhost.h"
 #include "stabilizer/camerapath.h"
+#include "stabilizer/posrotstabilizer.h"
 #include "stabilizer/truncation.h"
 
 #include "ui_mainwindow.h"
+
+#include <QGuiApplication>
 
 namespace
 {
 constexpr int SettingsTab = 0;
 constexpr int PlayerTab = 4;
-constexpr int StabilizerType = 1;  ///< the only one; the form's warp type is not read
-constexpr int WarpTypeItem = 1;    ///< "Position & Rotate"
+constexpr int WarpTypeItem = 1;  ///< "Position & Rotate"
 constexpr double Percent = 100.0;
 }  // namespace
 
@@ -33,7 +35,7 @@ void MainWindow::FormToProject()
     settings.ExpOffV = ui->spinBoxExpOffsetV->value();
     settings.ExpAngle = ui->doubleSpinBoxExpRot->value();
     Proj.SyncFileNames();
-    if (OpCVThread* thread = ProgramHost.SelectStabilizer(StabilizerType, &Proj))
+    if (OpCVThread* thread = ProgramHost.SelectStabilizer(PosRotStabilizer::Type, &Proj))
     {
         connect(thread, &OpCVThread::SignalFinished, this, &MainWindow::ProcessUpdate);
     }
@@ -80,9 +82,10 @@ void MainWindow::CommitSettings()
 
 void MainWindow::MainTabChanged(int index)
 {
-    if (index < 0)
+    const Qt::MouseButtons pressed = QGuiApplication::mouseButtons();
+    if (index < 0 || (pressed != Qt::NoButton && !pressed.testFlag(Qt::LeftButton)))
     {
-        return;  // a click beside the tabs leaves none
+        return;  // a click beside the tabs, or with another button, leaves none
     }
     if (CurrentTab == SettingsTab)
     {

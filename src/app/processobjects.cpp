@@ -24,8 +24,25 @@ Log ProgramLog;
 StabilizerHost ProgramHost;
 QList<QUrl> SidebarUrls;
 std::recursive_mutex EngineLock;
-CameraPath PathHorizontal(true);
+CameraPath PathHorizontal(true);  // true for the axes in pixels
 CameraPath PathVertical(true);
 CameraPath PathRotation(false);
 CameraPath PathRotationDegrees(false);
 QApplication* ProgramApplication = nullptr;
+
+namespace
+{
+/**
+ * Gone before all of the above: when the process ends in the middle of a job, the worker leaves
+ * first.
+ */
+struct WorkerGuard
+{
+    WorkerGuard() = default;
+    WorkerGuard(const WorkerGuard&) = delete;
+    WorkerGuard& operator=(const WorkerGuard&) = delete;
+    ~WorkerGuard() { ProgramHost.LetWorkerLeave(); }
+};
+
+const WorkerGuard WorkerLeavesFirst;
+}  // namespace

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "batch/binaryfile.h"
 #include "batch/logrecord.h"
 #include "batch/resultcodes.h"
-#include "batch/samefile.h"
 #include "batch/stabilize.h"
 #include "batch/stabilizerhost.h"
 
@@ -27,23 +27,11 @@ std::array<char, SourcePathSize> SourcePathField(const char* sourceFile)
     return field;
 }
 
-template <typename Number>
-void WriteNumber(std::ofstream& file, Number value)
-{
-    file.write(reinterpret_cast<const char*>(&value), sizeof(value));
-}
-
-template <typename Number>
-[[nodiscard]] bool ReadNumber(std::ifstream& file, Number& value)
-{
-    return static_cast<bool>(file.read(reinterpret_cast<char*>(&value), sizeof(value)));
-}
-
 [[nodiscard]] bool ReadPoints(std::ifstream& file, std::vector<cv::Point2f>& points)
 {
     for (cv::Point2f& point : points)
     {
-        if (!ReadNumber(file, point.x) || !ReadNumber(file, point.y))
+        if (!ReadValue(file, point.x) || !ReadValue(file, point.y))
         {
             return false;
         }
@@ -58,7 +46,7 @@ template <typename Number>
 [[nodiscard]] bool ReadFramePoints(std::ifstream& file, std::vector<cv::Point2f>& points)
 {
     std::int32_t count = 0;
-    if (!ReadNumber(file, count))
+    if (!ReadValue(file, count))
     {
         return false;
     }
@@ -74,20 +62,16 @@ template <typename Number>
 int Stabilize::WriteMatchingFile(const char* path, const void* payload, std::size_t size) const
 {
     std::ofstream file;
-    if (!IsSameFile(path, FileNames.SourceFile))
-    {
-        file.open(path, std::ios::binary);
-    }
-    if (!file.is_open())
+    if (!OpenForWriting(file, path, FileNames.SourceFile))
     {
         ProgramHost.Log(LogError, "Could not write matching file (.cfg)!");
         return ResultNoAccess;
     }
     const std::array<char, SourcePathSize> source = SourcePathField(FileNames.SourceFile);
     file.write(source.data(), source.size());
-    WriteNumber(file, FrameWidth);
-    WriteNumber(file, FrameHeight);
-    WriteNumber(file, FrameRate);
+    WriteValue(file, FrameWidth);
+    WriteValue(file, FrameHeight);
+    WriteValue(file, FrameRate);
     file.write(static_cast<const char*>(payload), static_cast<std::streamsize>(size));
     return ResultOk;
 }
@@ -107,10 +91,11 @@ int Stabilize::CheckMatchingFile(const char* path, const void* expected, std::si
         ProgramHost.Log(LogError, "Out of date!");
         return ResultOutOfDate;
     }
+    // Deliberate: taken before the payload is looked at, so that they are known without the video.
     // A short file is left to the comparison of the payload.
-    static_cast<void>(ReadNumber(file, FrameWidth));
-    static_cast<void>(ReadNumber(file, FrameHeight));
-    static_cast<void>(ReadNumber(file, FrameRate));
+    static_cast<void>(ReadValue(file, FrameWidth));
+    static_cast<void>(ReadValue(file, FrameHeight));
+    static_cast<void>(ReadValue(file, FrameRate));
     const std::unique_ptr<char[]> payload(new (std::nothrow) char[size]());
     if (payload == nullptr)
     {
@@ -135,23 +120,19 @@ int Stabilize::WriteTracking() const
         return result;
     }
     std::ofstream file;
-    if (!IsSameFile(FileNames.TrackingFile, FileNames.SourceFile))
-    {
-        file.open(FileNames.TrackingFile, std::ios::binary);
-    }
-    if (!file.is_open())
+    if (!OpenForWriting(file, FileNames.TrackingFile, FileNames.SourceFile))
     {
         ProgramHost.Log(LogError, "Could not write Tracking file!");
         return ResultNoAccess;
     }
-    WriteNumber(file, static_cast<std::int32_t>(TrackingPoints.size()));
+    WriteValue(file, static_cast<std::int32_t>(TrackingPoints.size()));
     for (const std::vector<cv::Point2f>& points : TrackingPoints)
     {
-        WriteNumber(file, static_cast<std::int32_t>(points.size()));
+        WriteValue(file, static_cast<std::int32_t>(points.size()));
         for (const cv::Point2f& point : points)
         {
-            WriteNumber(file, point.x);
-            WriteNumber(file, point.y);
+            WriteValue(file, point.x);
+            WriteValue(file, point.y);
         }
     }
     file.flush();
@@ -182,7 +163,7 @@ int Stabilize::ReadTracking(const ::TrackingParameters& parameters)
         return ResultNoAccess;
     }
     std::int32_t frameCount = 0;
-    if (!ReadNumber(file, frameCount))
+    if (!ReadValue(file, frameCount))
     {
         return ResultDamaged;
     }

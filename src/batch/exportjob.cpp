@@ -22,8 +22,10 @@ bool IsRotation(double angle)
     return (angle > 0.001 && angle < 360.0) || (angle > -360.0 && angle < -0.001);
 }
 
-/** The way of a warped frame to the output: rotation, crop, scale. Its images are reused from frame
- * to frame. */
+/**
+ * The way of a warped frame to the output: rotation, crop, scale. Its images are reused from frame
+ * to frame.
+ */
 class FrameFinisher
 {
 public:
@@ -69,8 +71,10 @@ private:
     cv::Mat Output;
 };
 
-/** False for a source that has grown since it was analysed, or for motion that a damaged file left
- * short. */
+/**
+ * False for a source that has grown since it was analysed, or for motion that a damaged file left
+ * short.
+ */
 bool HasCorrections(int frameCount)
 {
     return PathHorizontal.Result.Correction.size() >= frameCount &&
@@ -83,6 +87,36 @@ void LogProgress(int frame, int frameCount)
     const std::string line =
         "Frame: " + std::to_string(frame) + "/" + std::to_string(frameCount) + " exported!";
     ProgramHost.Log(LogDebug, line.c_str());
+}
+/**
+ * Moves, finishes and writes all frames. @p source holds the first one on entry.
+ * @return ResultOk, ResultDamaged when a frame cannot be read, ResultAborted
+ */
+int ExportFrames(Stabilize& stabilizer, VideoFile& video, int frameCount, FrameFinisher& finisher,
+                 cv::Mat& source)
+{
+    cv::Mat warped;
+    for (int i = 0; i < frameCount; ++i)
+    {
+        if (stabilizer.JobStatus == JobAbortRequested)
+        {
+            return ResultAborted;
+        }
+        // Deliberate: the last two frames are not read; their path moves the picture read last, so
+        // that a source a little shorter than it says still exports whole.
+        if (i < frameCount - 2 && video.ReadFrame(source) != ResultOk)
+        {
+            return ResultDamaged;
+        }
+        stabilizer.WarpFrame(source, warped, i);
+        video.WriteFrame(
+            finisher.Finish(warped));  // a writer that cannot open shows at the next read
+        if (i % ProgressStep == 0)
+        {
+            LogProgress(i, frameCount);
+        }
+    }
+    return ResultOk;
 }
 }  // namespace
 
@@ -113,48 +147,37 @@ int Stabilize::ExportJob(const ::ExportSettings& settings)
         return EndJob(ResultDamaged);
     }
     cv::Mat source;
-    cv::Mat warped;
     static_cast<void>(
         video.ReadFrame(source));  // a video of two frames or fewer exports this picture
     FrameFinisher finisher(ExportSettings, crop);
     ProgramHost.Log(LogRun, "Start exporting Video");
     video.Close();
-    const auto fail = [&]
-    {
-        video.Close();
-        ProgramHost.Log(LogError, "Exporting failed!");
-        return EndJob(ResultDamaged);
-    };
     if (IsSameFile(FileNames.SourceFile, FileNames.ExportFile) || !HasCorrections(frameCount))
     {
-        return fail();
+        return FailExport(video);
     }
     result = video.OpenForExport(FileNames.SourceFile, FileNames.ExportFile, false);
     if (result != ResultOk)
     {
         return EndJob(result);
     }
-    for (int i = 0; i < frameCount; ++i)
+    result = ExportFrames(*this, video, frameCount, finisher, source);
+    if (result == ResultAborted)
     {
-        if (JobStatus == JobAbortRequested)
-        {
-            return AbortJob(video, "Export aborted!");
-        }
-        // Deliberate: the last two frames are not read; their path moves the picture read last, so
-        // that a source one frame shorter than it says still exports whole.
-        if (i < frameCount - 2 && video.ReadFrame(source) != ResultOk)
-        {
-            return fail();
-        }
-        WarpFrame(source, warped, i);
-        video.WriteFrame(
-            finisher.Finish(warped));  // a writer that cannot open shows at the next read
-        if (i % ProgressStep == 0)
-        {
-            LogProgress(i, frameCount);
-        }
+        return AbortJob(video, "Export aborted!");
+    }
+    if (result != ResultOk)
+    {
+        return FailExport(video);
     }
     video.Close();
     ProgramHost.Log(LogRun, "Exporting Video finished!");
     return EndJob(ResultOk);
+}
+
+int Stabilize::FailExport(VideoFile& video)
+{
+    video.Close();
+    ProgramHost.Log(LogError, "Exporting failed!");
+    return EndJob(ResultDamaged);
 }

@@ -10,11 +10,10 @@
  */
 struct ExportSettings
 {
-    bool EnableCrop = false;  ///< cut frames to the crop rectangle
-    bool EnRescale = false;   ///< scale frames to ExpResH by ExpResV
-    double CropFactor =
-        1.0;                ///< source size divided by crop size; 1.0 is no crop, shown as percent
-    double ExpAngle = 0.0;  ///< extra rotation, degrees; only together with a crop
+    bool EnableCrop = false;      ///< cut frames to the crop rectangle
+    bool EnRescale = false;       ///< scale frames to ExpResH by ExpResV
+    double CropFactor = 1.0;      ///< source size divided by crop size, shown as percent
+    double ExpAngle = 0.0;        ///< extra rotation, degrees; only together with a crop
     std::int32_t ExpResH = 1920;  ///< output width when rescaling, pixels
     std::int32_t ExpResV = 1080;  ///< output height when rescaling, pixels
     std::int32_t ExpOffH = 0;     ///< shift of the crop to the right, source pixels

@@ -19,7 +19,7 @@ enum LogLevel : unsigned
 /** Bytes of a worker's message, the closing zero included. */
 inline constexpr std::size_t LogTextSize = 80;
 
-/** One message on its way from the worker to the Log; longer texts are cut. */
+/** One message on its way through the worker's queue to the Log; longer texts are cut. */
 struct LogRecord
 {
     std::uint32_t Level = LogInit;

@@ -30,10 +30,10 @@ void OpCVThread::SetStabilizer(Stabilize* s)
 
 void OpCVThread::StartJob(int state)
 {
+    // The last job has stored its result in State, but its thread may still be on its way out: it
+    // has to read that result back, and start() would be lost on it.
     if (!IsJob(State))
     {
-        // The last job has ended, but its thread may still be on its way out: start() would be lost
-        // on it.
         wait();
     }
     PreviousState = State;
@@ -58,6 +58,10 @@ void OpCVThread::AbortJob()
 void OpCVThread::run()
 {
     State = Stabilizer != nullptr ? RunJob(State) : JobNone;
+    if (Stabilizer != nullptr && Stabilizer->JobStatus == JobAbortRequested)
+    {
+        Stabilizer->JobStatus = JobEnded;  // the request came just as the job ended
+    }
     emit SignalFinished(State);
 }
 

@@ -27,7 +27,8 @@ public:
     /** @param project not owned; outlives all jobs */
     explicit OpCVThread(Project* project);
 
-    /** Asks a running job to stop. The thread itself must have left run before. */
+    /** The thread must have left run. With a stabilizer and a job in State it would ask for an
+     * abort. */
     ~OpCVThread() override;
 
     /** @param s not owned, null for none; the jobs work on it */

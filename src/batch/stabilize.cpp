@@ -18,11 +18,17 @@ void Stabilize::RequestAbort()
     while (JobStatus != JobEnded)
     {
         QThread::msleep(10);
+        if (JobStatus == JobRunning)
+        {
+            JobStatus = JobAbortRequested;  // the export behind an analysis has begun meanwhile
+        }
     }
 }
 
-/** Every way out of a job goes through here, so that RequestAbort never waits for a job that has
- * gone. */
+/**
+ * Every way out of a job goes through here, so that RequestAbort never waits for a job that has
+ * gone.
+ */
 int Stabilize::EndJob(int result)
 {
     JobStatus = JobEnded;

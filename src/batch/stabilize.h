@@ -38,12 +38,15 @@ public:
     /** Writes the stabilization matching file and the stabilization file. @return a result code */
     [[nodiscard]] virtual int WriteStabilizeFile() = 0;
 
-    /** Reads them back and sets StabilizeLoaded. @return a result code; ResultOutOfDate for foreign
-     * data */
+    /**
+     * Reads them back and sets StabilizeLoaded. @return a result code; ResultOutOfDate for foreign
+     * data
+     */
     [[nodiscard]] virtual int ReadStabilizeFile() = 0;
 
     /**
-     * Measures the motion between two frames and stores it as the next entry.
+     * Measures the motion between two frames and stores it as the next entry, at most as often as
+     * PrepareFrames was told frames. Worker thread. Exceptions of OpenCV pass.
      * @param previousGray, nextGray  8-bit, one channel, same size
      * @param points      in: features of @p previousGray, pixels; out: those that were found again
      * @param nextPoints  scratch; out: their positions in @p nextGray
@@ -52,42 +55,50 @@ public:
                             std::vector<cv::Point2f>& points,
                             std::vector<cv::Point2f>& nextPoints) = 0;
 
-    /** Calculates the camera paths, on the calling thread. @return ResultOk, or ResultNoData
-     * without motion */
+    /**
+     * Calculates the camera paths, on the calling thread. @return ResultOk, or ResultNoData
+     * without motion
+     */
     [[nodiscard]] virtual int GeneratePath() = 0;
 
-    /** Moves @p source, 8-bit BGR, onto the path of frame number @p frame; @p target gets its size
-     * and type. */
+    /**
+     * Moves @p source, 8-bit BGR, onto the path of frame number @p frame, which must have
+     * corrections; @p target gets its size and type. Worker thread. Exceptions of OpenCV pass.
+     */
     virtual void WarpFrame(const cv::Mat& source, cv::Mat& target, int frame) = 0;
 
-    /** WarpFrame for a picture that was shrunk to @p scale, 1.0 for full size. */
+    /** WarpFrame for a picture shrunk to @p scale, 1.0 for full size. User interface thread. */
     virtual void WarpFrameScaled(const cv::Mat& source, cv::Mat& target, int frame,
                                  double scale) = 0;
 
-    /** Number of the kind of stabilizer, kept in projects and in the stabilization matching file.
+    /**
+     * Number of the kind of stabilizer, kept in projects and in the stabilization matching file.
      */
     [[nodiscard]] virtual int TypeId() const = 0;
 
     // The jobs. Each sets JobStatus to JobRunning on entry and polls it once per frame.
 
-    /** Reads the source once, tracks features from frame to frame, writes both data files. @return
-     * a result code */
+    /**
+     * Reads the source once, tracks features from frame to frame, writes both data files. @return
+     * a result code
+     */
     [[nodiscard]] int AnalyseJob(const ::TrackingParameters& parameters);
 
     /** Writes the stabilized video. @return a result code */
     [[nodiscard]] int ExportJob(const ::ExportSettings& settings);
 
     /**
-     * Asks a running job to stop and waits until it has, without a limit: at most the work of one
-     * frame and 10 ms. Returns at once when none runs. Blocks the caller, the user interface thread
-     * included.
+     * Asks a running job to stop and waits until it has: as a rule the work of one frame and 10 ms,
+     * but without a limit, as a job that opens or writes files looks up only afterwards. Returns at
+     * once when none runs. Blocks the caller, the user interface thread included.
      */
     void RequestAbort();
 
     // The data files. All are little-endian without a header; a matching file ties each to its
     // source and settings.
 
-    /** Writes the source path, the video's facts and @p payload. @return ResultOk or ResultNoAccess
+    /**
+     * Writes the source path, the video's facts and @p payload. @return ResultOk or ResultNoAccess
      */
     [[nodiscard]] int WriteMatchingFile(const char* path, const void* payload,
                                         std::size_t size) const;
@@ -100,7 +111,8 @@ public:
      */
     [[nodiscard]] int CheckMatchingFile(const char* path, const void* expected, std::size_t size);
 
-    /** Writes the tracking matching file and the tracking file. @return ResultOk or ResultNoAccess
+    /**
+     * Writes the tracking matching file and the tracking file. @return ResultOk or ResultNoAccess
      */
     [[nodiscard]] int WriteTracking() const;
 
@@ -112,7 +124,8 @@ public:
      */
     [[nodiscard]] int ReadTracking(const ::TrackingParameters& parameters);
 
-    /** Writes what is in memory. @return ResultNoData without tracking points, else a result code
+    /**
+     * Writes what is in memory. @return ResultNoData without tracking points, else a result code
      */
     [[nodiscard]] int SaveData();
 
@@ -130,11 +143,12 @@ public:
     bool StabilizeLoaded = false;  ///< the motion is complete
     bool PathGenerated = false;    ///< GeneratePath has run since the last PrepareFrames
     bool TrackingLoaded = false;   ///< TrackingPoints is complete
-    std::vector<std::vector<cv::Point2f>>
-        TrackingPoints;  ///< per frame, the points that were tracked into it
+    /// Entry i holds the positions, in frame i - 1, of the points that were found again in frame i.
+    std::vector<std::vector<cv::Point2f>> TrackingPoints;
 
 private:
     [[nodiscard]] int EndJob(int result);
     [[nodiscard]] int AbortJob(VideoFile& video, const char* message);
+    [[nodiscard]] int FailExport(VideoFile& video);
     [[nodiscard]] bool TrackAllFrames(VideoFile& video, int frameCount);
 };

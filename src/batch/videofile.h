@@ -28,7 +28,8 @@ public:
      */
     [[nodiscard]] int OpenForExport(const char* path, const char* outputPath, bool reservedMode);
 
-    /** Ends reading and finishes the output. Does nothing at all when no source is open. @return 0
+    /**
+     * Ends reading and finishes the output. Does nothing at all when no source is open. @return 0
      */
     int Close();
 
@@ -48,10 +49,9 @@ public:
     /** Frames per second of the source, asked anew; 0.0 when none is open. */
     [[nodiscard]] double GetFps() const;
 
-    [[nodiscard]] std::int32_t GetFrameCount() const
-    {
-        return FrameCount;
-    }                                                                ///< as reported, may be wrong
+    /** Frames as the file reports them, which may be wrong. */
+    [[nodiscard]] std::int32_t GetFrameCount() const { return FrameCount; }
+
     [[nodiscard]] std::int32_t GetWidth() const { return Width; }    ///< pixels
     [[nodiscard]] std::int32_t GetHeight() const { return Height; }  ///< pixels
     [[nodiscard]] bool IsOpened() const { return Opened; }           ///< stays true after Close

@@ -14,8 +14,9 @@
 
 /**
  * Everything the user settles for one video. The main window owns the one project and changes it
- * on the user interface thread; the worker reads TrackingParameters, ExportSettings and FileNames
- * through its pointer while a job runs, when the window keeps its fields off.
+ * on the user interface thread. The worker reads TrackingParameters and ExportSettings through its
+ * pointer when a phase of a job begins; a change that is committed in between, as between analysis
+ * and export, counts for the next phase. The paths it gets as a copy at the start of the job.
  */
 struct Project
 {
@@ -41,7 +42,8 @@ struct Project
      * Fills FileNames from the four paths.
      *
      * Deliberate: the block is 8-bit. A path is cut at its first character beyond Latin-1 and
-     * behind 511 characters, without a message.
+     * behind 511 characters, without a message. Other characters than ASCII become single bytes,
+     * which a file system of UTF-8 names does not know.
      */
     void SyncFileNames();
 };

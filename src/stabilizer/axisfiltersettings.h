@@ -21,8 +21,8 @@ struct AxisFilterSettings
     bool EnableManualPath = false;      ///< apply ManualPath
     std::int32_t AvgPathImages = 0;     ///< filter strength N, half the averaging window in frames
     std::int32_t AvgPathOrder = 0;      ///< filter type, 1 to 5
-    std::int32_t IgnoreStartFramesMargin =
-        0;                    ///< first frames whose margin violations types 4 and 5 disregard
+    /// Types 4 and 5 disregard violations of the margin that begin up to this frame.
+    std::int32_t IgnoreStartFramesMargin = 0;
     double StartValue = 0.0;  ///< pixels, or degrees on the rotation axis
     double EndValue = 0.0;    ///< pixels, or degrees on the rotation axis
     std::vector<IgnoreSection> IgnoreSections;

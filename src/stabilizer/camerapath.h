@@ -32,7 +32,8 @@ public:
 
     /**
      * Binds the object to the settings of its axis and derives the filter stages from the filter
-     * type. Called while no job runs. A filter type outside 1 to 5 keeps the stages as they are.
+     * type. Called while no job runs. A filter type outside 1 to 5 sets the blend ramp alone and
+     * keeps the stages as they are.
      * @param project   not owned, outlives the object's use
      * @param settings  not owned, a record of @p project
      * @param offset    export offset of the axis, pixels or whole degrees
@@ -40,7 +41,9 @@ public:
     void Configure(Project* project, AxisFilterSettings* settings, std::int32_t offset);
 
     /**
-     * Calculates everything below from @p motion. Needs Configure. O(n), whatever the strength.
+     * Calculates everything below from @p motion. Needs Configure. Takes the engine lock. Time and
+     * memory go with the frames plus six times the strength; std::bad_alloc when they are not to be
+     * had.
      * @param motion           per frame, the motion to the next frame, units of the axis
      * @param frameSize        size that margins are measured against, units of the axis
      * @param framesPerSecond  for the time axis of the graphs
@@ -56,20 +59,23 @@ public:
      */
     [[nodiscard]] double ShakinessAt(int frame) const;
 
-    /** True when there are at least 5 frames and all enabled stages are complete: graphs and
-     * preview may read. */
+    /**
+     * True when there are at least 5 frames and all enabled stages but Result, which is not looked
+     * at, are complete: graphs and preview may read. Takes the engine lock.
+     */
     [[nodiscard]] bool HasValidData() const;
 
-    /** Forgets the motion and its sums, so that HasValidData is false. The stages keep their
-     * contents. */
+    /** Forgets the motion and its sums, so that HasValidData is false; the stages keep theirs. */
     void Clear();
 
-    void GetIgnoreSections(
-        std::vector<IgnoreSection>& list) const;  ///< copy of Settings->IgnoreSections
-    void SetIgnoreSections(
-        const std::vector<IgnoreSection>& list);  ///< into Settings->IgnoreSections
-    void GetManualPath(
-        std::vector<ManualPathSection>& list) const;  ///< copy; empty without Settings
+    /** Copies Settings->IgnoreSections; without Settings @p list stays as it is. */
+    void GetIgnoreSections(std::vector<IgnoreSection>& list) const;
+
+    /** Replaces Settings->IgnoreSections, under the engine lock; without Settings does nothing. */
+    void SetIgnoreSections(const std::vector<IgnoreSection>& list);
+
+    /** Copies Settings->ManualPath; without Settings @p list becomes empty. */
+    void GetManualPath(std::vector<ManualPathSection>& list) const;
 
     // Field order is part of the design.
     QVector<double> DetectedShakiness;       ///< measured motion
@@ -87,10 +93,10 @@ public:
     PathFilterStage ThirdStage;     ///< no filter type enables it
     PathFilterStage Result;         ///< the outcome, what the warp follows
     double FrameSize = 0.0;         ///< units of the axis
-    double FramesPerSecond = -1.0;
-    std::int32_t BlendFrames = 0;  ///< R, frames of a blend ramp
-    std::int32_t Offset = 0;       ///< export offset of this axis
-    bool IsPixelAxis = false;      ///< horizontal and vertical
+    double FramesPerSecond = -1.0;  ///< whole number; -1 until the first calculation
+    std::int32_t BlendFrames = 0;   ///< R, frames of a blend ramp
+    std::int32_t Offset = 0;        ///< export offset of this axis
+    bool IsPixelAxis = false;       ///< horizontal and vertical
 
 private:
     [[nodiscard]] bool StageIsComplete(const PathFilterStage& stage) const;
@@ -98,8 +104,10 @@ private:
     void CompleteStage(PathFilterStage& stage);
 };
 
-/** Guards the camera paths during their calculation. Recursive; never held together with the log
- * mutex. */
+/**
+ * Guards the camera paths during their calculation. Recursive; never held together with the log
+ * mutex.
+ */
 extern std::recursive_mutex EngineLock;
 
 extern CameraPath PathHorizontal;       ///< pixels, moves the frames

@@ -3,10 +3,12 @@
 
 #include "batch/exportsettings.h"
 #include "batch/logrecord.h"
+#include "batch/resultcodes.h"
 #include "batch/stabilizerhost.h"
 #include "stabilizer/truncation.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <string>
 
 namespace
 {
@@ -14,7 +16,8 @@ namespace
 std::int32_t CroppedSize(int size, double cropFactor)
 {
     const std::int32_t cropped = TruncateToInt32(size / cropFactor);
-    return cropped % 2 != 0 ? cropped - 1 : cropped;
+    // A negative factor, which only a hand-written project can hold, leaves nothing.
+    return std::max(cropped % 2 != 0 ? cropped - 1 : cropped, 0);
 }
 
 /** First pixel of a crop that is centred and then shifted. */
@@ -22,6 +25,32 @@ std::int32_t CropStart(int size, std::int32_t cropped, std::int32_t offset)
 {
     const std::int64_t rest = std::int64_t{size} - cropped;
     return SaturateToInt32(rest / 2 + offset);
+}
+
+std::string Violation(const char* text, std::int32_t offset, const char* limit, std::int32_t value)
+{
+    return text + std::to_string(offset) + limit + std::to_string(value);
+}
+
+/** The line for the log. Deliberate: of several violated limits only the last one is told. */
+std::string LastViolation(const CropRectangle& crop, const ExportSettings& settings, int height,
+                          int width)
+{
+    constexpr const char* lower = " exceeds limits with lower value ";
+    constexpr const char* higher = " exceeds limits with higher value ";
+    if (crop.Bottom >= height)
+    {
+        return Violation("Offset vertical=", settings.ExpOffV, higher, crop.Bottom);
+    }
+    if (crop.Top < 0)
+    {
+        return Violation("Offset vertical=", settings.ExpOffV, lower, crop.Top);
+    }
+    if (crop.Right >= width)
+    {
+        return Violation("Offset horizontal=", settings.ExpOffH, higher, crop.Right);
+    }
+    return Violation("Offset horizontal=", settings.ExpOffH, lower, crop.Left);
 }
 }  // namespace
 
@@ -34,32 +63,13 @@ int CropRectangle::Calculate(const ExportSettings& settings, int height, int wid
     Top = CropStart(height, CropHeight, settings.ExpOffV);
     Bottom = SaturateToInt32(std::int64_t{Top} + CropHeight);
 
-    char line[LogTextSize] = {};
-    const auto report = [&line](const char* format, std::int32_t offset, std::int32_t value)
-    { static_cast<void>(std::snprintf(line, sizeof(line), format, offset, value)); };
-    if (Left < 0)
+    Valid = Left >= 0 && Right < width && Top >= 0 && Bottom < height;
+    if (Valid)
     {
-        report("Offset horizontal=%d exceeds limits with lower value %d", settings.ExpOffH, Left);
+        return ResultOk;
     }
-    if (Right >= width)
-    {
-        report("Offset horizontal=%d exceeds limits with higher value %d", settings.ExpOffH, Right);
-    }
-    if (Top < 0)
-    {
-        report("Offset vertical=%d exceeds limits with lower value %d", settings.ExpOffV, Top);
-    }
-    if (Bottom >= height)
-    {
-        report("Offset vertical=%d exceeds limits with higher value %d", settings.ExpOffV, Bottom);
-    }
-    Valid = line[0] == '\0';
-    if (!Valid)
-    {
-        ProgramHost.Log(LogError, line);
-        return 1;
-    }
-    return 0;
+    ProgramHost.Log(LogError, LastViolation(*this, settings, height, width).c_str());
+    return 1;
 }
 
 void CropRectangle::Reset()

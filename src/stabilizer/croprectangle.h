@@ -5,8 +5,10 @@
 
 struct ExportSettings;
 
-/** Crop of a frame. All numbers are pixels of the image at hand; Right and Bottom lie behind the
- * crop. */
+/**
+ * Crop of a frame. All numbers are pixels of the image at hand; Right and Bottom lie behind the
+ * crop.
+ */
 struct CropRectangle
 {
     std::int32_t CropHeight = 0;  ///< even

@@ -8,11 +8,12 @@
 struct ManualPathPoint
 {
     std::int32_t FrameNr = 0;  ///< frame number
-    double Value =
-        -1.0;  ///< absolute position at that frame: pixels, or degrees on the rotation axis
+    /// Absolute position at that frame: pixels, or degrees on the rotation axis.
+    double Value = -1.0;
 };
 
-/** Points that are joined by straight lines; the stretch between them replaces the measured path.
+/**
+ * Points that are joined by straight lines; the stretch between them replaces the measured path.
  */
 struct ManualPathSection
 {

@@ -2,6 +2,7 @@
 #include "stabilizer/pathcorrections.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace
 {
@@ -11,8 +12,10 @@ std::uint64_t PaddedIndex(std::int32_t frame, std::uint64_t delay)
     return static_cast<std::uint64_t>(static_cast<std::int64_t>(frame)) + delay;
 }
 
-/** Cut toward zero as a signed 64-bit integer, taken as unsigned; beyond its range as the processor
- * gives it. */
+/**
+ * Cut toward zero as a signed 64-bit integer, taken as unsigned; beyond its range as the processor
+ * gives it.
+ */
 double ThroughUnsigned(double value)
 {
     constexpr double range = 9223372036854775808.0;  // 2 to the 63rd
@@ -52,6 +55,38 @@ void DrawLine(QVector<double>& position, const LineEnd& from, const LineEnd& to)
             inverse;
     }
 }
+/** Which ends of the video the lines of a manual path have reached. */
+struct ReachedEnds
+{
+    bool First = false;
+    bool Last = false;
+};
+
+/** Draws one section with points; @p endIndex lies behind the last frame. */
+void DrawSection(QVector<double>& position, std::uint64_t delay, std::uint64_t endIndex,
+                 const std::list<ManualPathPoint>& points, ReachedEnds& reached)
+{
+    LineEnd start{PaddedIndex(points.front().FrameNr, delay), points.front().Value};
+    for (auto point = std::next(points.begin()); point != points.end(); ++point)
+    {
+        const LineEnd read{PaddedIndex(point->FrameNr, delay), point->Value};
+        LineEnd from = start;
+        LineEnd to = read;
+        if (from.Index > to.Index)
+        {
+            from = {read.Index, ThroughUnsigned(read.Value)};
+            to = start;
+        }
+        reached.First = reached.First || from.Index == delay;
+        reached.Last = reached.Last || to.Index == endIndex - 1;
+        DrawLine(position, from, to);
+        start = read;
+    }
+    if (start.Index < static_cast<std::uint64_t>(position.size()))
+    {
+        position[static_cast<int>(start.Index)] = start.Value;
+    }
+}
 }  // namespace
 
 void ApplyIgnoreSections(QVector<double>& motion, std::uint64_t delay,
@@ -82,46 +117,24 @@ void ApplyManualPath(QVector<double>& position, std::uint64_t delay,
 {
     const auto size = static_cast<std::uint64_t>(position.size());
     const std::uint64_t endIndex = size - delay;
-    bool firstSeen = false;
-    bool lastSeen = false;
+    ReachedEnds reached;
     for (const ManualPathSection& section : sections)
     {
-        if (section.Points.empty())
+        if (!section.Points.empty())
         {
-            continue;
-        }
-        LineEnd start{PaddedIndex(section.Points.front().FrameNr, delay),
-                      section.Points.front().Value};
-        for (auto point = std::next(section.Points.begin()); point != section.Points.end(); ++point)
-        {
-            const LineEnd read{PaddedIndex(point->FrameNr, delay), point->Value};
-            LineEnd from = start;
-            LineEnd to = read;
-            if (from.Index > to.Index)
-            {
-                from = {read.Index, ThroughUnsigned(read.Value)};
-                to = start;
-            }
-            firstSeen = firstSeen || from.Index == delay;
-            lastSeen = lastSeen || to.Index == endIndex - 1;
-            DrawLine(position, from, to);
-            start = read;
-        }
-        if (start.Index < size)
-        {
-            position[static_cast<int>(start.Index)] = start.Value;
+            DrawSection(position, delay, endIndex, section.Points, reached);
         }
     }
     if (delay == 0 || delay >= size)
     {
         return;
     }
-    if (firstSeen)
+    if (reached.First)
     {
-        std::fill_n(position.begin(), static_cast<int>(delay),
-                    position.at(static_cast<int>(delay)));
+        const double first = position.at(static_cast<int>(delay));
+        std::fill_n(position.begin(), static_cast<int>(delay), first);
     }
-    if (lastSeen)
+    if (reached.Last)
     {
         const double last = position.at(static_cast<int>(endIndex) - 1);
         std::fill(position.begin() + static_cast<int>(endIndex), position.end(), last);

@@ -24,20 +24,23 @@
  *
  * Deliberate: with a section that starts at frame 0, whatever its end, as many entries at the head
  * of @p motion become 0.0 as there are sections. More sections than padding clear first frames too.
+ * Indices are compared without sign: an end in front of the padding counts as the far end.
  */
 void ApplyIgnoreSections(QVector<double>& motion, std::uint64_t delay,
                          const std::vector<IgnoreSection>& sections);
 
 /**
  * Replaces stretches of the path by straight lines between the points of each section; later
- * sections win. A path drawn to an end of the video carries on level into the padding there.
+ * sections win. A path drawn to an end of the video carries on level into the padding there, a lone
+ * point does not.
  * @param position  padded path, changed in place, in the unit of the points
  * @param delay     padding at each end, frames
  * @param sections  points with absolute positions; sections without points do nothing
  *
  * Deliberate: where two points of a section stand in falling frame order, which only a hand-written
  * project file can hold, the value that moves to the lower frame passes through an unsigned 64-bit
- * integer: it loses its fraction, and a negative one wraps.
+ * integer: it loses its fraction, and a negative one wraps. Indices are compared without sign: a
+ * point in front of the padding counts as the far end.
  */
 void ApplyManualPath(QVector<double>& position, std::uint64_t delay,
                      const std::vector<ManualPathSection>& sections);

@@ -10,23 +10,9 @@
 #include <cmath>
 #include <memory>
 #include <type_traits>
-#include <vector>
 
 namespace
 {
-/** std::ceil, bit for bit, without the library call that a plain x86-64 build makes of it. */
-double CeilInline(double value)
-{
-    constexpr double wholeFrom =
-        4503599627370496.0;  // 2 to the 52nd: from here on all doubles are whole
-    if (!(value > -wholeFrom && value < wholeFrom))
-    {
-        return value;
-    }
-    const auto truncated = static_cast<double>(static_cast<std::int64_t>(value));
-    return std::copysign(truncated < value ? truncated + 1.0 : truncated, value);
-}
-
 /** Pixels that the crop leaves on each side of a centred frame. */
 double CropBorder(double size, double cropFactor)
 {
@@ -36,7 +22,7 @@ double CropBorder(double size, double cropFactor)
 double MarginInsideBorder(double border, double value, double cosine, int offset)
 {
     const double margin = value > 0.0 ? offset + (border - value) : (border + value) - offset;
-    return cosine > 0.5 ? CeilInline(cosine * margin) : -1.0;
+    return cosine > 0.5 ? std::ceil(cosine * margin) : -1.0;
 }
 
 void FillWithMean(QVector<double>& path, const QVector<double>& input)
@@ -77,8 +63,8 @@ struct CascadeRun
  * enters; a sum over the whole window is never taken. @p rows is a compile-time constant for the
  * usual orders, so that the sums stay in registers.
  */
-template <typename RowCount, typename RowSums>
-void RunCascade(const CascadeRun& run, RowCount rows, RowSums& sums)
+template <typename RowCount>
+void RunCascade(const CascadeRun& run, RowCount rows, double* sums)
 {
     double* slot = run.Ring;
     double* const ringEnd = run.Ring + run.Window * rows;
@@ -110,10 +96,10 @@ template <std::uint64_t Rows>
 void RunCascade(const CascadeRun& run)
 {
     std::array<double, Rows> sums{};
-    RunCascade(run, std::integral_constant<std::uint64_t, Rows>{}, sums);
+    RunCascade(run, std::integral_constant<std::uint64_t, Rows>{}, sums.data());
 }
 
-void RunCascade(const CascadeRun& run, std::uint64_t rows, double* sums)
+void RunAnyCascade(const CascadeRun& run, std::uint64_t rows, double* sums)
 {
     switch (rows)
     {
@@ -124,18 +110,21 @@ void RunCascade(const CascadeRun& run, std::uint64_t rows, double* sums)
         case 3:
             return RunCascade<3>(run);
         default:
-            return RunCascade<std::uint64_t, double*>(run, rows, sums);
+            return RunCascade(run, rows, sums);
     }
 }
 
-/** The last d entries, for which the cascade has no input: level, or a line to @p endValue. */
-void FinishTail(QVector<double>& path, std::uint64_t delay, bool isLine, double endValue,
+/**
+ * The last d entries, for which the cascade has no input: level, or a line to @p endValue. The path
+ * is longer than d.
+ */
+void FinishTail(QVector<double>& path, std::uint64_t delay, bool drawLine, double endValue,
                 double factor)
 {
-    const auto length = static_cast<std::uint64_t>(path.size());
-    double* tail = path.data() + (length - delay);
-    const double last = tail[-1];
-    if (!isLine)
+    const std::uint64_t done = static_cast<std::uint64_t>(path.size()) - delay;
+    const double last = path.constData()[done - 1];
+    double* tail = path.data() + done;
+    if (!drawLine)
     {
         std::fill_n(tail, delay, last);
         return;
@@ -149,12 +138,12 @@ void FinishTail(QVector<double>& path, std::uint64_t delay, bool isLine, double 
 }
 
 /** The first d entries, spoiled by the empty rings: level, or a line from @p startValue. */
-void FinishHead(QVector<double>& path, std::uint64_t delay, bool isLine, double startValue,
+void FinishHead(QVector<double>& path, std::uint64_t delay, bool drawLine, double startValue,
                 double factor)
 {
     double* head = path.data();
     const double first = head[delay];
-    if (!isLine)
+    if (!drawLine)
     {
         std::fill_n(head, delay, first);
         return;
@@ -167,117 +156,6 @@ void FinishHead(QVector<double>& path, std::uint64_t delay, bool isLine, double 
     }
 }
 
-/** A frame from which on the margin is good, or bad. */
-struct MarginChange
-{
-    std::int64_t Frame = 0;
-    bool Good = false;
-};
-
-/** Frame 0, and each frame that differs in good from the one before it. */
-std::vector<MarginChange> ListChanges(const QVector<double>& margin)
-{
-    std::vector<MarginChange> changes{{0, margin.front() > 0.0}};
-    for (int frame = 1; frame < margin.size(); ++frame)
-    {
-        const bool good = margin.at(frame) > 0.0;
-        if (good != changes.back().Good)
-        {
-            changes.push_back({frame, good});
-        }
-    }
-    return changes;
-}
-
-/**
- * Drops brief good and bad patches: a good one is kept if it, and the time since the last kept
- * bad one began, are longer than @p shortest. The first change always stands; the last one never
- * enters. Deliberate: a last good patch is measured by the length of the one before it.
- */
-std::vector<MarginChange> ChooseChanges(std::vector<MarginChange> changes, std::int32_t ignoreStart,
-                                        std::int64_t shortest)
-{
-    std::vector<MarginChange> kept{changes.front()};
-    const std::size_t last = changes.size() - 1;
-    for (std::size_t i = 0; i < last; ++i)
-    {
-        changes[i].Good = changes[i].Good || ignoreStart >= changes[i].Frame;
-    }
-    bool open = true;
-    std::int64_t sectionStart = 0;
-    std::int64_t measured = 0;
-    for (std::size_t j = 1; j < last; ++j)
-    {
-        const MarginChange& change = changes[j];
-        if (change.Good)
-        {
-            const std::int64_t before = change.Frame - sectionStart;
-            if (j + 1 < last)
-            {
-                measured = changes[j + 1].Frame - change.Frame;
-                open = false;
-            }
-            if (std::min(before, measured) > shortest && !kept.back().Good)
-            {
-                kept.push_back(change);
-                open = true;
-            }
-        }
-        else if (open)
-        {
-            kept.push_back(change);
-            sectionStart = changes[j - 1].Frame;
-            open = false;
-        }
-    }
-    return kept;
-}
-
-/** Weights of the frames [begin, end), and in short good stretches of frames before it: see below.
- */
-struct WeightSection
-{
-    std::int64_t Begin = 0;
-    std::int64_t End = 0;
-};
-
-/** Ramp from @p value down to 0 over the frames from @p frame to @p end. */
-void RampDown(std::int32_t* weight, std::int64_t frame, std::int64_t end, std::int64_t value)
-{
-    for (; frame < end; ++frame, --value)
-    {
-        weight[frame] = static_cast<std::int32_t>(std::max<std::int64_t>(value, 0));
-    }
-}
-
-/** The video starts at full weight, and a ramp leads out of the section, down to 1. */
-void FillFirstGood(std::int32_t* weight, const WeightSection& section, std::int32_t ramp)
-{
-    const std::int64_t rampStart = std::max<std::int64_t>(section.End - ramp, 0);
-    std::fill(weight, weight + std::min(rampStart, section.End), ramp);
-    RampDown(weight, rampStart, section.End, std::min<std::int64_t>(section.End - rampStart, ramp));
-}
-
-/**
- * A ramp up, and one down that ends at 0 with the section, also at the end of the video.
- * Deliberate: in a section shorter than a ramp the ramp down begins in front of the section.
- */
-void FillLaterGood(std::int32_t* weight, const WeightSection& section, std::int32_t ramp)
-{
-    const std::int64_t rampStart = std::max<std::int64_t>(section.End - ramp, 0);
-    const std::int64_t upEnd = std::min(rampStart, section.End);
-    for (std::int64_t frame = section.Begin, value = 1; frame < upEnd; ++frame, ++value)
-    {
-        weight[frame] = static_cast<std::int32_t>(std::min<std::int64_t>(value, ramp));
-    }
-    std::int64_t value = section.End - rampStart;
-    if (value >= ramp)
-    {
-        value = rampStart > 0 && rampStart <= section.End ? std::int64_t{weight[rampStart - 1]} - 1
-                                                          : std::int64_t{ramp} - 1;
-    }
-    RampDown(weight, rampStart, section.End, value);
-}
 }  // namespace
 
 double CropMargin(double value, double angle, double size, int offset, double cropFactor)
@@ -302,9 +180,9 @@ void CropMargins(const QVector<double>& values, double size, int offset, double 
 
 std::uint64_t CascadeDelay(std::uint64_t windowLength, std::uint64_t order)
 {
-    // A strength below 1 gives a window that is shorter than the cascade, or wraps: nothing to
-    // delay.
-    if (static_cast<std::int64_t>(windowLength + 1) < static_cast<std::int64_t>(order))
+    // Below 0 for the windows of a strength below 1, which are too short or wrap.
+    const auto room = static_cast<std::int64_t>(windowLength + 1 - order);
+    if (room < 0)
     {
         return 0;
     }
@@ -361,7 +239,7 @@ void FilterPath(PathFilterStage& stage, const QVector<double>& input,
                          delay,
                          CascadeDivisor(window, stage.Order),
                          tables};
-    RunCascade(run, stage.Order, tables + window * stage.Order);
+    RunAnyCascade(run, stage.Order, tables + window * stage.Order);
 
     const double factor = 1.0 / static_cast<double>(delay);
     const bool canDraw = factor > -4000.0 && factor < 4000.0;
@@ -397,65 +275,5 @@ void CalculateCorrection(PathFilterStage& stage, const QVector<double>& shakines
     for (int frame = 0; frame < frames; ++frame)
     {
         correction[frame] = path[frame] - shakiness[frame] + used[frame];
-    }
-}
-
-void CalculateWeights(PathFilterStage& stage, std::int32_t ignoreStart, std::int32_t blendFrames)
-{
-    if (!stage.Enabled || stage.Margin.isEmpty())
-    {
-        return;
-    }
-    std::vector<MarginChange> changes = ListChanges(stage.Margin);
-    const std::vector<MarginChange> kept =
-        changes.size() > 1
-            ? ChooseChanges(std::move(changes), ignoreStart, std::int64_t{3} * blendFrames)
-            : std::move(changes);
-    stage.Weight.resize(stage.Margin.size());
-    if (kept.size() == 1)
-    {
-        stage.Weight.fill(kept.front().Good ? blendFrames : 0);
-        return;
-    }
-    std::int32_t* weight = stage.Weight.data();
-    for (std::size_t i = 0; i < kept.size(); ++i)
-    {
-        const std::int64_t end = i + 1 < kept.size() ? kept[i + 1].Frame : stage.Margin.size();
-        const WeightSection section{kept[i].Frame, end};
-        if (!kept[i].Good)
-        {
-            std::fill(weight + section.Begin, weight + section.End, 0);
-        }
-        else if (i == 0)
-        {
-            FillFirstGood(weight, section, blendFrames);
-        }
-        else
-        {
-            FillLaterGood(weight, section, blendFrames);
-        }
-    }
-}
-
-void BlendPaths(PathFilterStage& base, const PathFilterStage& super, std::int32_t blendFrames,
-                PathFilterStage& result)
-{
-    const int frames = base.Path.size();
-    result.Path.resize(frames);
-    double* out = result.Path.data();
-    if (!super.Enabled)
-    {
-        std::copy_n(base.Path.cbegin(), frames, out);
-        return;
-    }
-    const double inverse = 1.0 / blendFrames;
-    const double* weak = base.Path.constData();
-    const double* strong = super.Path.constData();
-    const std::int32_t* share = super.Weight.constData();
-    std::int32_t* rest = base.Weight.data();
-    for (int frame = 0; frame < frames; ++frame)
-    {
-        rest[frame] = blendFrames - share[frame];
-        out[frame] = (share[frame] * strong[frame] + rest[frame] * weak[frame]) * inverse;
     }
 }

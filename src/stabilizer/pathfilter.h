@@ -18,13 +18,14 @@ struct AxisFilterSettings;
  */
 
 /**
- * Pixels that remain between the crop border and a frame moved by @p value.
- * @param value       shift of the frame, pixels, positive right or down
+ * What remains between the crop border and a frame moved by @p value: pixels on the pixel axes,
+ * radians or degrees with the sizes of the rotation axes.
+ * @param value       shift of the frame, units of the axis, positive right or down
  * @param angle       radians, 0 in all calls
- * @param size        frame width or height, pixels
- * @param offset      shift of the crop window, pixels
+ * @param size        frame width or height, or what stands for it, units of the axis
+ * @param offset      shift of the crop window, units of the axis
  * @param cropFactor  frame size divided by crop size
- * @return            whole pixels, negative when black shows inside the crop; -1 beyond 60 degrees
+ * @return            a whole number, negative when black shows in the crop; -1 beyond 60 degrees
  *
  * Deliberate: the crop factor counts even when the export does not crop, so that margins and
  * adaptive filters do not jump when the user tries the export without one.
@@ -32,7 +33,10 @@ struct AxisFilterSettings;
 [[nodiscard]] double CropMargin(double value, double angle, double size, int offset,
                                 double cropFactor);
 
-/** CropMargin of each entry of @p values at angle 0, or 0.0 throughout when @p size is 0.0. */
+/**
+ * CropMargin of each entry of @p values at angle 0, or 0.0 throughout when @p size is 0.0. Units of
+ * the axis; @p margins gets the length of @p values.
+ */
 void CropMargins(const QVector<double>& values, double size, int offset, double cropFactor,
                  QVector<double>& margins);
 
@@ -47,12 +51,13 @@ void Integrate(const QVector<double>& values, QVector<double>& sums);
 
 /**
  * Smooths @p input into stage.Path, of the same length, by Order moving averages of WindowLength
- * entries in a row, shifted by Delay so that entry i belongs to input i. Running sums as in
- * Hogenauer 1981: O(length * Order), whatever the window. A disabled stage is left alone.
+ * entries in a row, shifted by Delay: entry i belongs to input i where Delay is the cascade's own.
+ * Running sums as in Hogenauer 1981: O(length * Order), whatever the window. A disabled stage is
+ * left alone.
  *
- * With @p settings locked, or a window of at most 5 entries or as long as the input, the path is
- * the mean of the input throughout. The last Delay entries run level, or in a straight line to
- * EndValue; the first Delay entries likewise from StartValue.
+ * With @p settings locked, or a window of at most 5 entries or no shorter than the input, the path
+ * is the mean of the input throughout. Otherwise the last Delay entries run level, or in a straight
+ * line to EndValue; the first Delay entries likewise from StartValue.
  */
 void FilterPath(PathFilterStage& stage, const QVector<double>& input,
                 const AxisFilterSettings& settings);
@@ -63,7 +68,7 @@ void StripPadding(PathFilterStage& stage);
 /**
  * Fills stage.Correction with Path - ShakinessPath + UsedShakiness, per frame. The last term takes
  * back the motion that leaves the frame, so that the correction is measured from the position of
- * the frame itself. Margin and Weight get the same length.
+ * the frame itself. Margin and Weight get the same length; new weights are 0.
  */
 void CalculateCorrection(PathFilterStage& stage, const QVector<double>& shakinessPath,
                          const QVector<double>& usedShakiness);
@@ -71,14 +76,18 @@ void CalculateCorrection(PathFilterStage& stage, const QVector<double>& shakines
 /**
  * Fills stage.Weight from stage.Margin: @p blendFrames where the stage may be used, 0 where its
  * path would push black into the crop, ramps of @p blendFrames frames between. Margins above 0.0
- * are good. Good stretches count only if they and the time since the last bad one began are longer
- * than three ramps.
- * @param ignoreStart  bad margins that begin at frames up to this one are disregarded
- * A disabled stage is left alone.
+ * are good. The first stretch counts as it is; a later good one counts only if its length, and the
+ * time since the stretch before the last bad one that counts began, exceed three ramps. The last
+ * change never counts, and the good stretch before it is measured by the one before.
+ * @param ignoreStart  bad margins that begin behind frame 0 and up to this frame are disregarded
+ * A disabled stage is left alone. In pathfilter_weights.cpp, like BlendPaths.
  */
 void CalculateWeights(PathFilterStage& stage, std::int32_t ignoreStart, std::int32_t blendFrames);
 
-/** result.Path from the weighted paths of @p base and @p super; of @p base alone when @p super is
- * disabled. */
+/**
+ * result.Path from the weighted paths of @p base and @p super; of @p base alone when @p super is
+ * disabled. base.Weight becomes what super.Weight leaves of @p blendFrames. A ramp of 0 frames,
+ * which only a strength of 0 has, makes the path NaN and the frames black.
+ */
 void BlendPaths(PathFilterStage& base, const PathFilterStage& super, std::int32_t blendFrames,
                 PathFilterStage& result);

@@ -11,7 +11,7 @@ struct PathFilterStage
     QVector<double> Path;  ///< filtered path, units of the axis; padded while it is being filtered
     QVector<double> Correction;  ///< how far the frame must move to lie on Path, units of the axis
     QVector<double>
-        Margin;  ///< pixels left between crop border and moved frame; negative: black shows
+        Margin;  ///< left inside the crop border, units of the axis; negative: black shows
     QVector<std::int32_t> Weight;     ///< share of this stage in the blend, 0 to BlendFrames
     std::uint64_t WindowLength = 20;  ///< W, frames in one moving average
     std::uint64_t Order = 3;          ///< K, moving averages in a row

@@ -3,7 +3,12 @@
 
 #include "batch/stabilize.h"
 
+#include <opencv2/core.hpp>
+
 #include <QVector>
+
+#include <cstdint>
+#include <vector>
 
 /**
  * The motion between two frames as a shift and a rotation about the top left corner. The four
@@ -13,6 +18,8 @@
 class PosRotStabilizer : public Stabilize
 {
 public:
+    static constexpr int Type = 1;  ///< what TypeId gives, and the StabilizeType of projects
+
     void PrepareFrames(int count) override;
     [[nodiscard]] int WriteStabilizeFile() override;
     [[nodiscard]] int ReadStabilizeFile() override;
@@ -35,8 +42,11 @@ public:
     std::uint64_t MotionCount = 0;             ///< entries written so far
 
 private:
+    [[nodiscard]] static double ToDegrees(double radians);
+
+    /** Writes the next entry of the motion; PrepareFrames has made room for it. */
     void StoreMotion(double x, double y, double angle, double degrees);
 
-    cv::Mat PreviewTransform;  ///< the preview's warp matrix, its own so that an export is never
-                               ///< disturbed
+    /// The preview's warp matrix, its own so that an export is never disturbed.
+    cv::Mat PreviewTransform;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "batch/binaryfile.h"
 #include "batch/logrecord.h"
 #include "batch/resultcodes.h"
-#include "batch/samefile.h"
 #include "batch/stabilizerhost.h"
 #include "stabilizer/posrotstabilizer.h"
 
@@ -12,7 +12,6 @@ namespace
 {
 constexpr std::int32_t FewestSamples = 2;
 constexpr std::int32_t MostSamples = 39999999;
-constexpr double Pi = 3.141592653589793;
 
 /** One sample of the stabilization file. */
 struct MotionRecord
@@ -34,21 +33,18 @@ int PosRotStabilizer::WriteStabilizeFile()
         return result;
     }
     std::ofstream file;
-    if (!IsSameFile(FileNames.StabilizationFile, FileNames.SourceFile))
-    {
-        file.open(FileNames.StabilizationFile, std::ios::binary);
-    }
-    if (!file.is_open())
+    if (!OpenForWriting(file, FileNames.StabilizationFile, FileNames.SourceFile))
     {
         ProgramHost.Log(LogError, "Stabilizing file access error!");
         return ResultNoAccess;
     }
     const std::int32_t count = MotionX.size();
-    file.write(reinterpret_cast<const char*>(&count), sizeof(count));
+    WriteValue(file, count);
     for (int i = 0; i < count; ++i)
     {
         const MotionRecord record{MotionX.at(i), MotionY.at(i), MotionAngle.at(i)};
-        if (!file.write(reinterpret_cast<const char*>(&record), sizeof(record)))
+        WriteValue(file, record);
+        if (!file)
         {
             return ResultDamaged;
         }
@@ -75,7 +71,7 @@ int PosRotStabilizer::ReadStabilizeFile()
         return ResultNoAccess;
     }
     std::int32_t count = 0;
-    if (!file.read(reinterpret_cast<char*>(&count), sizeof(count)))
+    if (!ReadValue(file, count))
     {
         return ResultDamaged;
     }
@@ -86,11 +82,11 @@ int PosRotStabilizer::ReadStabilizeFile()
         for (int i = 0; i < count; ++i)
         {
             MotionRecord record;
-            if (!file.read(reinterpret_cast<char*>(&record), sizeof(record)))
+            if (!ReadValue(file, record))
             {
                 return ResultDamaged;
             }
-            StoreMotion(record.X, record.Y, record.Angle, record.Angle * 180.0 / Pi);
+            StoreMotion(record.X, record.Y, record.Angle, ToDegrees(record.Angle));
         }
     }
     StabilizeLoaded = true;

@@ -10,10 +10,11 @@ namespace
 {
 constexpr double MaxRotationPerFrame = 0.15;  ///< radians
 constexpr double MaxShiftPerFrame = 0.3;      ///< share of the frame's size
-constexpr double Pi = 3.141592653589793;
 
-/** Pyramidal Lucas-Kanade as in Bouguet 2001; keeps the points that were found again, in their
- * order. */
+/**
+ * Pyramidal Lucas-Kanade as in Bouguet 2001; keeps the points that were found again, in their
+ * order.
+ */
 void FollowPoints(const cv::Mat& previousGray, const cv::Mat& nextGray,
                   std::vector<cv::Point2f>& points, std::vector<cv::Point2f>& nextPoints)
 {
@@ -36,8 +37,10 @@ void FollowPoints(const cv::Mat& previousGray, const cv::Mat& nextGray,
     nextPoints.resize(kept);
 }
 
-/** Shift, rotation and uniform scale from @p from to @p to, 2 by 3, CV_64F; empty when there is
- * none. */
+/**
+ * Shift, rotation and uniform scale from @p from to @p to, 2 by 3, CV_64F; empty when there is
+ * none.
+ */
 cv::Mat EstimateRigid(const std::vector<cv::Point2f>& from, const std::vector<cv::Point2f>& to)
 {
     if (from.empty())
@@ -106,7 +109,7 @@ void PosRotStabilizer::TrackFrame(const cv::Mat& previousGray, const cv::Mat& ne
     const double limitY = previousGray.cols * MaxShiftPerFrame;
     if (IsInside(x, limitX) && IsInside(y, limitY) && IsInside(angle, MaxRotationPerFrame))
     {
-        StoreMotion(x, y, angle, 180.0 * angle / Pi);
+        StoreMotion(x, y, angle, ToDegrees(angle));
     }
     else
     {
@@ -124,7 +127,12 @@ void PosRotStabilizer::StoreMotion(double x, double y, double angle, double degr
     ++MotionCount;
 }
 
+double PosRotStabilizer::ToDegrees(double radians)
+{
+    return radians * 180.0 / 3.141592653589793;
+}
+
 int PosRotStabilizer::TypeId() const
 {
-    return 1;
+    return Type;
 }

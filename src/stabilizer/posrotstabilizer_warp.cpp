@@ -1,7 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "batch/logrecord.h"
-#include "batch/resultcodes.h"
-#include "batch/stabilizerhost.h"
 #include "stabilizer/camerapath.h"
 #include "stabilizer/posrotstabilizer.h"
 
@@ -11,10 +8,6 @@
 
 namespace
 {
-constexpr double RotationSize = 0.5;  ///< margins of PathRotation are measured against it, radians
-constexpr double RotationSizeDegrees =
-    90.0;  ///< and those of PathRotationDegrees against it, degrees
-
 /**
  * Warps @p source by the corrections of @p frame, the shift multiplied by @p scale. @p matrix is
  * filled in place, so that nothing is allocated per frame.
@@ -37,22 +30,6 @@ void WarpByPath(const cv::Mat& source, cv::Mat& target, cv::Mat& matrix, int fra
                    cv::BORDER_CONSTANT, cv::Scalar(0));
 }
 }  // namespace
-
-int PosRotStabilizer::GeneratePath()
-{
-    if (!StabilizeLoaded)
-    {
-        ProgramHost.Log(LogError, "No data to smooth!");
-        return ResultNoData;
-    }
-    ProgramHost.Log(LogRun, "Generate Smoothing Path");
-    PathGenerated = true;
-    PathHorizontal.Generate(MotionX, FrameWidth, FrameRate);
-    PathVertical.Generate(MotionY, FrameHeight, FrameRate);
-    PathRotation.Generate(MotionAngle, RotationSize, FrameRate);
-    PathRotationDegrees.Generate(MotionDegrees, RotationSizeDegrees, FrameRate);
-    return ResultOk;
-}
 
 void PosRotStabilizer::WarpFrame(const cv::Mat& source, cv::Mat& target, int frame)
 {

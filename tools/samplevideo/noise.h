@@ -50,7 +50,8 @@ private:
 /** Smooth noise, -1 to 1, with knots at whole numbers. */
 [[nodiscard]] double ValueNoise(double x, double y, std::uint32_t seed);
 
-/** Sum of @p octaves value noises, each of half the size and strength of the one before; -1 to 1.
+/**
+ * Sum of @p octaves value noises, each of half the size and strength of the one before; -1 to 1.
  */
 [[nodiscard]] double Fractal(double x, double y, std::uint32_t seed, int octaves);
 

@@ -68,8 +68,10 @@ cv::Rect SeenArea(const SampleVideo& video)
     return {first, last + cv::Point(1, 1)};
 }
 
-/** Weights of the four knots around a point that lies @p t, 0 to 1, behind the second: cubic
- * B-spline. */
+/**
+ * Weights of the four knots around a point that lies @p t, 0 to 1, behind the second: cubic
+ * B-spline.
+ */
 std::array<float, 4> SplineWeights(float t)
 {
     const float s = 1.0F - t;

@@ -42,7 +42,8 @@ struct SampleVideo
     cv::Point Origin;                  ///< the World's first pixel, in the pixels of frame 0
 };
 
-/** The unrest of a hand that also pans slowly: Settings.Frames entries, of which the last is zero.
+/**
+ * The unrest of a hand that also pans slowly: Settings.Frames entries, of which the last is zero.
  */
 [[nodiscard]] std::vector<FrameMotion> HandHeldMotion(const SampleSettings& settings);
 

@@ -4,8 +4,10 @@
 #include <QFile>
 #include <QString>
 
-/** The story of a walkthrough, on standard output and in a file: facts, and steps that worked or
- * failed. */
+/**
+ * The story of a walkthrough, on standard output and in a file: facts, and steps that worked or
+ * failed.
+ */
 class Report
 {
 public:

@@ -8,8 +8,10 @@
 
 class Report;
 
-/** Works the real main window by its widgets, as a user would: types, clicks, and waits for the
- * title. */
+/**
+ * Works the real main window by its widgets, as a user would: types, clicks, and waits for the
+ * title.
+ */
 class Walk
 {
 public:
@@ -28,8 +30,10 @@ public:
     void CheckExport();      ///< frame count, rate, size and codec of the exported file
     void TakeScreenshots();  ///< one per tab
 
-    /** Shake of source and result. @param atMost  largest share of the source's shake that may be
-     * left */
+    /**
+     * Shake of source and result. @param atMost  largest share of the source's shake that may be
+     * left
+     */
     void CompareShake(double atMost);
 
     [[nodiscard]] QString ExportFile() const;
