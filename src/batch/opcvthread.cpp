@@ -51,8 +51,8 @@ void OpCVThread::AbortJob()
     if (Stabilizer != nullptr)
     {
         Stabilizer->RequestAbort();
+        State = PreviousState;
     }
-    State = PreviousState;
 }
 
 void OpCVThread::run()

@@ -13,15 +13,17 @@ std::uint64_t PaddedIndex(std::int32_t frame, std::uint64_t delay)
 }
 
 /**
- * Cut toward zero as a signed 64-bit integer, taken as unsigned; beyond its range as the processor
- * gives it.
+ * @p value cut toward zero to an unsigned 64-bit integer: negative ones wrap. What no 64-bit
+ * integer can hold gives 2 to the 63rd, so that it is the same on every machine.
  */
 double ThroughUnsigned(double value)
 {
-    constexpr double range = 9223372036854775808.0;  // 2 to the 63rd
-    const bool fits = value > -range && value < range;
-    return fits ? static_cast<double>(static_cast<std::uint64_t>(static_cast<std::int64_t>(value)))
-                : range;
+    constexpr double half = 9223372036854775808.0;  // 2 to the 63rd
+    if (value > -half && value < half)
+    {
+        return static_cast<double>(static_cast<std::uint64_t>(static_cast<std::int64_t>(value)));
+    }
+    return value >= half && value < 2.0 * half ? value : half;
 }
 
 /** An end of a straight line of the manual path. */

@@ -1,0 +1,398 @@
+// SPDX-License-Identifier: MIT
+#include "app/endguard.h"
+#include "app/testwindow.h"
+#include "batch/exportsettings.h"
+#include "stabilizer/axisfiltersettings.h"
+#include "stabilizer/camerapath.h"
+#include "support/testhome.h"
+
+#include <QComboBox>
+#include <QTabWidget>
+#include <QTest>
+
+#include <memory>
+
+namespace
+{
+const TestHome Home;
+
+constexpr int SettingsTab = 0;
+constexpr int HorizontalTab = 1;
+constexpr int VerticalTab = 2;
+constexpr int PlayerTab = 4;
+}  // namespace
+
+/**
+ * The way of the settings between form, project and camera paths. The project is the window's own;
+ * the paths point at its records, so that is where a test looks and writes.
+ */
+class SettingsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void StartValuesWithoutProject();
+    void PathsAreBoundFromTheStart();
+    void CommitTakesTheFields();
+    void PercentBecomesAFactor_data();
+    void PercentBecomesAFactor();
+    void OffsetsOfThePaths();
+    void AngleOffsetIsTruncated_data();
+    void AngleOffsetIsTruncated();
+    void CommitMakesRadians();
+    void RotationLeavesOutLocalCorrections();
+    void CommitDerivesTheFilters();
+    void LeavingTheTabStores();
+    void ReturningLoads();
+    void ReturningShowsTheSameTexts();
+    void ClickOnTheCurrentTabStoresAndLoads();
+    void OtherTabsDoNotStoreTheForm();
+    void PlayerTabKeepsTheTabNoted();
+    void EnteringAnotherTabDoesNotLoad();
+    void CommitOnEveryTab_data();
+    void CommitOnEveryTab();
+    void OnlyAClickCounts();
+    void ProjectValuesAreClamped_data();
+    void ProjectValuesAreClamped();
+    void WarpTypeIsFixed();
+
+private:
+    [[nodiscard]] static ExportSettings& Project() { return *PathHorizontal.Export; }
+
+    std::unique_ptr<MessageGuard> Guard;
+    std::unique_ptr<TestWindow> Window;
+};
+
+void SettingsTest::init()
+{
+    Guard = std::make_unique<MessageGuard>();
+    Window = std::make_unique<TestWindow>();
+}
+
+void SettingsTest::cleanup()
+{
+    Window.reset();
+    QCOMPARE(EndGuard(Guard), QStringList());
+}
+
+void SettingsTest::StartValuesWithoutProject()
+{
+    QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("Source.mp4"));
+    QCOMPARE(Window->Text("lineEditExportVideo"), QStringLiteral("Export.mp4"));
+    QCOMPARE(Window->Text("lineEditTrackingPathFile"), QStringLiteral("Tracking.dat"));
+    QCOMPARE(Window->Text("lineEditStabilizeFile"), QStringLiteral("Stabilize.dat"));
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 800.0);
+    QCOMPARE(Window->Number("doubleSpinBoxZoom"), 110.0);
+    QVERIFY(Window->IsChecked("checkBoxEnableZoom"));
+    QVERIFY(!Window->IsChecked("checkBoxRescale"));
+    for (const CameraPath* path :
+         {&PathHorizontal, &PathVertical, &PathRotation, &PathRotationDegrees})
+    {
+        const bool isRotation = path == &PathRotation || path == &PathRotationDegrees;
+        QCOMPARE(path->Settings->AvgPathImages, isRotation ? 5 : 12);
+        QCOMPARE(path->Settings->AvgPathOrder, 3);
+    }
+    QVERIFY(PathVertical.Settings != PathHorizontal.Settings);
+    QVERIFY(PathRotationDegrees.Settings != PathHorizontal.Settings);
+}
+
+void SettingsTest::PathsAreBoundFromTheStart()
+{
+    QVERIFY(PathHorizontal.Export != nullptr);
+    for (const CameraPath* path : {&PathVertical, &PathRotation, &PathRotationDegrees})
+    {
+        QCOMPARE(path->Export, PathHorizontal.Export);
+        QCOMPARE(path->GlobalIgnoreSections, PathHorizontal.GlobalIgnoreSections);
+        QCOMPARE(path->LocalIgnoreSections, &path->Settings->IgnoreSections);
+    }
+    // The rotation of the frames has a copy of its own.
+    for (const CameraPath* path : {&PathHorizontal, &PathVertical, &PathRotationDegrees})
+    {
+        QVERIFY(path->Settings != nullptr);
+        QVERIFY(PathRotation.Settings != path->Settings);
+    }
+}
+
+void SettingsTest::CommitTakesTheFields()
+{
+    Window->SetChecked("checkBoxEnableZoom", false);
+    Window->SetChecked("checkBoxRescale", true);
+    Window->SetNumber("spinBoxRescaleXAxis", 1280);
+    Window->SetNumber("spinBoxRescaleYAxis", 720);
+    Window->SetNumber("spinBoxExpOffsetH", -31);
+    Window->SetNumber("spinBoxExpOffsetV", 42);
+    Window->SetNumber("doubleSpinBoxExpRot", -12.5);
+    Window->Commit();
+    QVERIFY(!Project().EnableCrop);
+    QVERIFY(Project().EnRescale);
+    QCOMPARE(Project().ExpResH, 1280);
+    QCOMPARE(Project().ExpResV, 720);
+    QCOMPARE(Project().ExpOffH, -31);
+    QCOMPARE(Project().ExpOffV, 42);
+    QCOMPARE(Project().ExpAngle, -12.5);
+    Window->SetChecked("checkBoxEnableZoom", true);
+    Window->SetChecked("checkBoxRescale", false);
+    Window->Commit();
+    QVERIFY(Project().EnableCrop);
+    QVERIFY(!Project().EnRescale);
+}
+
+void SettingsTest::PercentBecomesAFactor_data()
+{
+    QTest::addColumn<double>("percent");
+    QTest::addColumn<double>("factor");
+    QTest::newRow("the least") << 1.0 << 0.01;
+    QTest::newRow("no zoom") << 100.0 << 1.0;
+    QTest::newRow("the usual") << 110.0 << 1.1;
+    QTest::newRow("one that a product misses") << 100.5 << 1.005;
+    QTest::newRow("a fraction") << 112.5 << 1.125;
+    QTest::newRow("the most") << 10000.0 << 100.0;
+}
+
+void SettingsTest::PercentBecomesAFactor()
+{
+    QFETCH(double, percent);
+    QFETCH(double, factor);
+    Window->SetNumber("doubleSpinBoxZoom", percent);
+    Window->Commit();
+    QVERIFY(Project().CropFactor == factor);  // a division gives the nearest number
+    Window->ClickTab(SettingsTab);            // and back
+    QCOMPARE(Window->Number("doubleSpinBoxZoom"), percent);
+}
+
+void SettingsTest::OffsetsOfThePaths()
+{
+    Window->SetNumber("spinBoxExpOffsetH", 11);
+    Window->SetNumber("spinBoxExpOffsetV", -22);
+    Window->SetNumber("doubleSpinBoxExpRot", 33.0);
+    Window->Commit();
+    QCOMPARE(PathHorizontal.Offset, 11);
+    QCOMPARE(PathVertical.Offset, -22);
+    QCOMPARE(PathRotation.Offset, 0);
+    QCOMPARE(PathRotationDegrees.Offset, 33);
+}
+
+void SettingsTest::AngleOffsetIsTruncated_data()
+{
+    QTest::addColumn<double>("angle");
+    QTest::addColumn<int>("offset");
+    QTest::newRow("-1.9 is -1") << -1.9 << -1;
+    QTest::newRow("1.9 is 1") << 1.9 << 1;
+    QTest::newRow("-0.9 is 0") << -0.9 << 0;
+    QTest::newRow("0.9 is 0") << 0.9 << 0;
+    QTest::newRow("2.0 is 2") << 2.0 << 2;
+    QTest::newRow("-180.0 is -180") << -180.0 << -180;
+    QTest::newRow("180.0 is 180") << 180.0 << 180;
+}
+
+void SettingsTest::AngleOffsetIsTruncated()
+{
+    QFETCH(double, angle);
+    QFETCH(int, offset);
+    Window->SetNumber("doubleSpinBoxExpRot", angle);
+    Window->Commit();
+    QCOMPARE(Project().ExpAngle, angle);
+    QCOMPARE(PathRotationDegrees.Offset, offset);
+}
+
+void SettingsTest::CommitMakesRadians()
+{
+    AxisFilterSettings& degrees = *PathRotationDegrees.Settings;
+    degrees.Lock = true;
+    degrees.UseModified = true;
+    degrees.UseStartValue = true;
+    degrees.UseEndValue = true;
+    degrees.AvgPathImages = 7;
+    degrees.AvgPathOrder = 4;
+    degrees.IgnoreStartFramesMargin = 9;
+    degrees.StartValue = 90.0;
+    degrees.EndValue = 1.0;
+    degrees.ManualPath.resize(1);
+    degrees.ManualPath.front().Points = {{3, 45.0}};
+    QVERIFY(PathRotation.Settings->StartValue == 0.0);  // not before the commit
+    Window->Commit();
+    const AxisFilterSettings& radians = *PathRotation.Settings;
+    QVERIFY(radians.Lock && radians.UseModified && radians.UseStartValue && radians.UseEndValue);
+    QCOMPARE(radians.AvgPathImages, 7);
+    QCOMPARE(radians.AvgPathOrder, 4);
+    QCOMPARE(radians.IgnoreStartFramesMargin, 9);
+    QVERIFY(radians.StartValue == 1.5707963267948966);
+    QVERIFY(radians.EndValue == 0.017453292519943295);
+    QCOMPARE(radians.ManualPath.size(), std::size_t(1));
+    QVERIFY(radians.ManualPath.front().Points.front().Value == 45.0);  // stays a number in degrees
+    QVERIFY(degrees.StartValue == 90.0);
+}
+
+void SettingsTest::RotationLeavesOutLocalCorrections()
+{
+    AxisFilterSettings& degrees = *PathRotationDegrees.Settings;
+    degrees.EnableIgnoreSections = true;
+    degrees.EnableManualPath = true;
+    degrees.IgnoreSections.resize(2);
+    Window->Commit();
+    QVERIFY(!PathRotation.Settings->EnableIgnoreSections);
+    QVERIFY(!PathRotation.Settings->EnableManualPath);
+    QVERIFY(PathRotation.Settings->IgnoreSections.empty());
+}
+
+void SettingsTest::CommitDerivesTheFilters()
+{
+    PathHorizontal.Settings->AvgPathImages = 4;
+    PathVertical.Settings->AvgPathImages = 5;
+    PathRotationDegrees.Settings->AvgPathImages = 6;
+    Window->Commit();
+    // An averaging window is twice the strength and the frame itself.
+    QCOMPARE(PathHorizontal.Base.WindowLength, std::uint64_t(9));
+    QCOMPARE(PathVertical.Base.WindowLength, std::uint64_t(11));
+    QCOMPARE(PathRotation.Base.WindowLength, std::uint64_t(13));
+    QCOMPARE(PathRotationDegrees.Base.WindowLength, std::uint64_t(13));
+}
+
+void SettingsTest::LeavingTheTabStores()
+{
+    Window->SetNumber("spinBoxExpOffsetH", 5);
+    QCOMPARE(Project().ExpOffH, 0);
+    Window->ClickTab(HorizontalTab);
+    QCOMPARE(Project().ExpOffH, 5);
+    QCOMPARE(PathHorizontal.Offset, 0);  // the paths wait for a commit
+}
+
+void SettingsTest::ReturningLoads()
+{
+    Window->ClickTab(HorizontalTab);
+    Project() = {true, true, 1.25, -7.5, 640, 480, 12, -13};
+    Window->ClickTab(SettingsTab);
+    QVERIFY(Window->IsChecked("checkBoxEnableZoom"));
+    QVERIFY(Window->IsChecked("checkBoxRescale"));
+    QCOMPARE(Window->Number("doubleSpinBoxZoom"), 125.0);
+    QCOMPARE(Window->Number("doubleSpinBoxExpRot"), -7.5);
+    QCOMPARE(Window->Number("spinBoxRescaleXAxis"), 640.0);
+    QCOMPARE(Window->Number("spinBoxRescaleYAxis"), 480.0);
+    QCOMPARE(Window->Number("spinBoxExpOffsetH"), 12.0);
+    QCOMPARE(Window->Number("spinBoxExpOffsetV"), -13.0);
+}
+
+void SettingsTest::ReturningShowsTheSameTexts()
+{
+    Window->SetPaths(QStringLiteral("/a b/ümlaut/クリップ.mov"), QStringLiteral("/some where"));
+    Window->SetNumber("spinBoxMaxTrackingPoints", 123);
+    Window->ClickTab(HorizontalTab);
+    Window->SetPaths(QString(), QString());
+    Window->SetNumber("spinBoxMaxTrackingPoints", 20);
+    Window->ClickTab(SettingsTab);
+    QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("/a b/ümlaut/クリップ.mov"));
+    QCOMPARE(Window->Text("lineEditTrackingPathFile"), QStringLiteral("/some where/Tracking.dat"));
+    QCOMPARE(Window->Text("lineEditStabilizeFile"), QStringLiteral("/some where/Stabilize.dat"));
+    QCOMPARE(Window->Text("lineEditExportVideo"), QStringLiteral("/some where/Export.mp4"));
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 123.0);
+}
+
+void SettingsTest::ClickOnTheCurrentTabStoresAndLoads()
+{
+    auto* warpType = Window->Find<QComboBox>("comboBoxWarpType");
+    warpType->setEnabled(true);
+    warpType->setCurrentIndex(3);
+    Window->SetNumber("spinBoxExpOffsetV", 8);
+    Window->ClickTab(SettingsTab);
+    QCOMPARE(Project().ExpOffV, 8);
+    QCOMPARE(Window->Number("spinBoxExpOffsetV"), 8.0);  // stored first, so loading changes nothing
+    QCOMPARE(warpType->currentIndex(), 1);
+    QVERIFY(!warpType->isEnabled());
+}
+
+void SettingsTest::OtherTabsDoNotStoreTheForm()
+{
+    Window->ClickTab(HorizontalTab);
+    Window->SetNumber("spinBoxExpOffsetH", 5);
+    Window->ClickTab(VerticalTab);
+    QCOMPARE(Project().ExpOffH, 0);
+    Window->ClickTab(SettingsTab);
+    QCOMPARE(Window->Number("spinBoxExpOffsetH"), 0.0);
+}
+
+void SettingsTest::PlayerTabKeepsTheTabNoted()
+{
+    Window->SetNumber("spinBoxExpOffsetH", 5);
+    Window->ClickTab(PlayerTab);
+    QCOMPARE(Project().ExpOffH, 5);
+    Window->SetNumber("spinBoxExpOffsetH", 6);
+    Window->ClickTab(HorizontalTab);
+    QCOMPARE(Project().ExpOffH, 6);  // the form was stored once more
+    Window->SetNumber("spinBoxExpOffsetH", 7);
+    Window->ClickTab(VerticalTab);
+    QCOMPARE(Project().ExpOffH, 6);  // and now no more
+}
+
+void SettingsTest::EnteringAnotherTabDoesNotLoad()
+{
+    for (int tab : {HorizontalTab, PlayerTab, VerticalTab, 3})
+    {
+        Window->ClickTab(tab);
+        Project().ExpOffH = 77;
+        QCOMPARE(Window->Number("spinBoxExpOffsetH"), 0.0);
+        Project().ExpOffH = 0;
+    }
+}
+
+void SettingsTest::CommitOnEveryTab_data()
+{
+    QTest::addColumn<int>("tab");
+    for (int tab = SettingsTab; tab <= PlayerTab; ++tab)
+    {
+        QTest::addRow("tab %d", tab) << tab;
+    }
+}
+
+void SettingsTest::CommitOnEveryTab()
+{
+    QFETCH(int, tab);
+    Window->ClickTab(tab);
+    Window->SetNumber("spinBoxExpOffsetH", 5);
+    (*Window)->on_pushButtonCalculateTrack_clicked();  // what the graph tabs' button does
+    QCOMPARE(Project().ExpOffH, 5);
+    QCOMPARE(PathHorizontal.Offset, 5);
+}
+
+void SettingsTest::OnlyAClickCounts()
+{
+    Window->SetNumber("spinBoxExpOffsetH", 5);
+    Window->Find<QTabWidget>("tabWidgetMain")->setCurrentIndex(HorizontalTab);
+    QCOMPARE(Project().ExpOffH, 0);
+}
+
+void SettingsTest::ProjectValuesAreClamped_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<double>("shown");
+    QTest::newRow("3000 fits") << 3000 << 3000.0;
+    QTest::newRow("20000 fits") << 20000 << 20000.0;
+    QTest::newRow("30000 is too large") << 30000 << 20000.0;
+    QTest::newRow("50 fits") << 50 << 50.0;
+    QTest::newRow("49 is too small") << 49 << 50.0;
+    QTest::newRow("-1 is too small") << -1 << 50.0;
+}
+
+void SettingsTest::ProjectValuesAreClamped()
+{
+    QFETCH(int, width);
+    QFETCH(double, shown);
+    Window->ClickTab(HorizontalTab);
+    Project().ExpResH = width;
+    Window->ClickTab(SettingsTab);
+    QCOMPARE(Window->Number("spinBoxRescaleXAxis"), shown);
+    QCOMPARE(Project().ExpResH, width);
+    Window->Commit();
+    QCOMPARE(double(Project().ExpResH), shown);
+}
+
+void SettingsTest::WarpTypeIsFixed()
+{
+    auto* warpType = Window->Find<QComboBox>("comboBoxWarpType");
+    QCOMPARE(warpType->currentText(), QStringLiteral("Position & Rotate"));
+    QVERIFY(!warpType->isEnabled());
+}
+
+QTEST_MAIN(SettingsTest)
+#include "settings_test.moc"

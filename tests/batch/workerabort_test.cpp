@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+#include "batch/files.h"
+#include "batch/opcvthread.h"
+#include "batch/stabilizerhost.h"
+#include "batch/workersetup.h"
+#include "support/messageguard.h"
+#include "support/testvideo.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QtTest>
+
+#include <memory>
+
+/** Stopping a job from the user interface thread. The jobs are held at a frame, not raced. */
+class WorkerAbortTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { Guard = std::make_unique<MessageGuard>(); }
+    void cleanup() { QCOMPARE(Guard->TakeUnexpected(), QStringList()); }
+
+    void NothingToAbort();
+    void TakesBackTheStateBefore();
+    void Analyse_data();
+    void Analyse();
+    void Export_data();
+    void Export();
+    void GenerateAllStopsAtTheAnalysis();
+    void ComesBackSoon();
+    void JobAfterAnAbort();
+
+private:
+    std::unique_ptr<MessageGuard> Guard;
+};
+
+void WorkerAbortTest::NothingToAbort()
+{
+    WorkerSetup setup;
+    setup.Object.RequestAbort();
+    QCOMPARE(setup.Object.JobStatus, int{JobEnded});
+    setup.Thread->AbortJob();
+    ProgramHost.Abort();
+    QCOMPARE(setup.Object.JobStatus, int{JobEnded});
+    QCoreApplication::processEvents();
+    QCOMPARE(setup.Finished.States, QVector<int>());
+    QCOMPARE(setup.Lines.All(), QStringList());
+}
+
+void WorkerAbortTest::TakesBackTheStateBefore()
+{
+    WorkerSetup setup;
+    QCOMPARE(setup.RunJob(JobTrackingReady), 8);  // from 0
+    QCOMPARE(setup.RunJob(JobPathReady), 9);      // from 8
+    ProgramHost.Abort();
+    QCOMPARE(setup.Thread->GetState(), 8);
+    QCOMPARE(ProgramHost.GetState(), 8);
+}
+
+void WorkerAbortTest::Analyse_data()
+{
+    QTest::addColumn<int>("heldAt");
+    QTest::addColumn<bool>("isAborted");
+    QTest::newRow("before the first pair") << 0 << true;
+    QTest::newRow("at the first pair") << 1 << true;
+    QTest::newRow("in the middle") << 2 << true;
+    QTest::newRow("at the last pair: too late, it completes") << 4 << false;
+    QTest::newRow("at the last step: too late, it completes") << 5 << false;
+}
+
+void WorkerAbortTest::Analyse()
+{
+    QFETCH(int, heldAt);
+    QFETCH(bool, isAborted);
+    WorkerSetup setup;
+    WriteBytes(setup.Path("Tracking.dat"), "of an earlier run");
+    setup.Object.OnPrepare = [&]
+    {
+        if (heldAt == 0)
+        {
+            setup.HoldUntilAbort();
+        }
+    };
+    setup.Object.OnTrack = [&](int call, const cv::Mat&, std::vector<cv::Point2f>&)
+    {
+        if (call == heldAt)
+        {
+            setup.HoldUntilAbort();
+        }
+    };
+    setup.Thread->StartJob(JobAnalyse);
+    QVERIFY(setup.WaitUntilHeld());
+    QCOMPARE(ProgramHost.GetState(), int{JobAnalyse});
+    ProgramHost.Abort();
+    QCOMPARE(setup.Object.JobStatus, int{JobEnded});  // it waits for the end of the job
+    QTRY_COMPARE(setup.Finished.States, QVector<int>{isAborted ? 0 : 9});
+    QVERIFY(setup.Thread->wait(20000));
+    QCoreApplication::processEvents();
+    QCOMPARE(setup.Finished.States.size(), 1);
+    QCOMPARE(setup.Lines.Has("1 Analyse aborted!"), isAborted);
+    QCOMPARE(setup.Object.TrackingLoaded, !isAborted);
+    QCOMPARE(setup.Object.GrayPairs.size(), static_cast<std::size_t>(isAborted ? heldAt : 5));
+    QCOMPARE(ReadBytes(setup.Path("Tracking.dat")) == "of an earlier run", isAborted);
+}
+
+void WorkerAbortTest::Export_data()
+{
+    QTest::addColumn<int>("heldAt");
+    QTest::addColumn<int>("written");
+    QTest::newRow("before the first frame") << -1 << 0;
+    QTest::newRow("at the first frame") << 0 << 1;
+    QTest::newRow("in the middle") << 2 << 3;
+    QTest::newRow("at the last frame but one") << 3 << 4;
+    QTest::newRow("at the last frame: too late, it completes") << 4 << 5;
+}
+
+void WorkerAbortTest::Export()
+{
+    QFETCH(int, heldAt);
+    QFETCH(int, written);
+    const bool isAborted = written < 5;
+    WorkerSetup setup;
+    setup.Object.PretendDataLoaded();
+    setup.Object.PathGenerated = false;
+    SetZeroCorrections(5);
+    setup.Object.OnGenerate = [&]
+    {
+        if (heldAt == -1)
+        {
+            setup.HoldUntilAbort();
+        }
+    };
+    setup.Object.OnWarp = [&](int frame)
+    {
+        if (frame == heldAt)
+        {
+            setup.HoldUntilAbort();
+        }
+    };
+    setup.Thread->StartJob(JobExport);
+    QVERIFY(setup.WaitUntilHeld());
+    ProgramHost.Abort();
+    QCOMPARE(setup.Object.JobStatus, int{JobEnded});
+    // The file is closed by now, whether or not the thread has left.
+    QCOMPARE(TestVideo::ReadAllFrames(setup.Path("export.mp4")).size(),
+             static_cast<std::size_t>(written));
+    QTRY_COMPARE(setup.Finished.States, QVector<int>{9});
+    QCOMPARE(setup.Lines.All().constLast(),
+             QString(isAborted ? "1 Export aborted!" : "1 Exporting Video finished!"));
+    QVERIFY(setup.Object.TrackingLoaded && setup.Object.StabilizeLoaded);
+}
+
+void WorkerAbortTest::GenerateAllStopsAtTheAnalysis()
+{
+    WorkerSetup setup;
+    setup.Object.OnTrack = [&](int call, const cv::Mat&, std::vector<cv::Point2f>&)
+    {
+        if (call == 2)
+        {
+            setup.HoldUntilAbort();
+        }
+    };
+    setup.Thread->StartJob(JobGenerateAll);
+    QVERIFY(setup.WaitUntilHeld());
+    ProgramHost.Abort();
+    QTRY_COMPARE(setup.Finished.States, QVector<int>{0});
+    QCOMPARE(setup.Lines.All(),
+             QStringList({"1 Input: Frames= 5 h=64 v=64 fps=25", "1 Analyse aborted!"}));
+    QVERIFY(!QFile::exists(setup.Path("export.mp4")));
+}
+
+void WorkerAbortTest::ComesBackSoon()
+{
+    // One frame's work, nearly none here, and at most 10 ms of waiting; the rest of the second is
+    // for a busy machine.
+    WorkerSetup setup;
+    setup.Object.OnTrack = [&](int call, const cv::Mat&, std::vector<cv::Point2f>&)
+    {
+        if (call == 1)
+        {
+            setup.HoldUntilAbort();
+        }
+    };
+    setup.Thread->StartJob(JobAnalyse);
+    QVERIFY(setup.WaitUntilHeld());
+    QElapsedTimer timer;
+    timer.start();
+    setup.Thread->AbortJob();
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    // Ended: at once. A hundred naps of 10 ms would take a second.
+    timer.start();
+    for (int i = 0; i < 100; ++i)
+    {
+        setup.Object.RequestAbort();
+    }
+    QVERIFY2(timer.elapsed() < 900, qPrintable(QString::number(timer.elapsed())));
+}
+
+void WorkerAbortTest::JobAfterAnAbort()
+{
+    WorkerSetup setup;
+    bool holds = true;
+    setup.Object.OnTrack = [&](int, const cv::Mat&, std::vector<cv::Point2f>&)
+    {
+        if (holds)
+        {
+            setup.HoldUntilAbort();
+        }
+    };
+    setup.Thread->StartJob(JobAnalyse);
+    QVERIFY(setup.WaitUntilHeld());
+    ProgramHost.Abort();
+    holds = false;
+    QTRY_COMPARE(setup.Finished.States, QVector<int>{0});
+    QCOMPARE(setup.RunJob(JobAnalyse), 9);
+    QVERIFY(setup.Object.TrackingLoaded);
+}
+
+QTEST_MAIN(WorkerAbortTest)
+#include "workerabort_test.moc"
