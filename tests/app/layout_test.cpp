@@ -294,7 +294,12 @@ void LayoutTest::NothingIsCutOff()
             ++seen;
             const QSize wanted = widget->sizeHint();
             QVERIFY2(widget->width() >= wanted.width() && widget->height() >= wanted.height(),
-                     qPrintable(widget->objectName()));
+                     qPrintable(QStringLiteral("%1 is %2 by %3 and wants %4 by %5")
+                                    .arg(widget->objectName())
+                                    .arg(widget->width())
+                                    .arg(widget->height())
+                                    .arg(wanted.width())
+                                    .arg(wanted.height())));
         }
     }
     QVERIFY2(seen >= 35, "labels, buttons, boxes and number fields");
