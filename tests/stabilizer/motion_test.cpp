@@ -121,6 +121,7 @@ private slots:
     void Shift();
     void RotationAboutTheCorner();
     void ZoomIsDropped();
+    void ShearIsNotEstimated();
     void EqualFrames();
     void FourPointsSkipTheFlow();
     void FivePointsRunThroughTheFlow();
@@ -179,6 +180,28 @@ void MotionTest::ZoomIsDropped()
     QVERIFY(IsNear(step.Angle, 0.03, AngleTolerance));
     QVERIFY(IsNear(step.X, 0.0, ShiftTolerance));
     QVERIFY(IsNear(step.Y, 0.0, ShiftTolerance));
+}
+
+void MotionTest::ShearIsNotEstimated()
+{
+    // Lower rows stand farther right. The nearest shift, rotation and uniform scale turn a little
+    // to the left and have no number of their own for the shear.
+    const double shear = 0.04;
+    const cv::Mat texture = Texture(320, 240);
+    const cv::Mat previous = Frame(texture, 0, 0);
+    const cv::Mat matrix =
+        (cv::Mat_<double>(2, 3) << 1.0, shear, -Margin * (1.0 + shear), 0.0, 1.0, -Margin);
+    cv::Mat next;
+    cv::warpAffine(texture, next, matrix, previous.size());
+    PosRotStabilizer stabilizer;
+    stabilizer.PrepareFrames(1);
+    std::vector<cv::Point2f> points = Grid(previous, 8, 6);
+    std::vector<cv::Point2f> nextPoints;
+    stabilizer.TrackFrame(previous, next, points, nextPoints);
+    const cv::Matx23d estimate = stabilizer.Transform;
+    QVERIFY(IsNear(estimate(1, 1), estimate(0, 0), 1e-9));
+    QVERIFY(IsNear(estimate(0, 1), -estimate(1, 0), 1e-9));
+    QVERIFY(stabilizer.MotionAngle.at(0) < -0.005);
 }
 
 void MotionTest::EqualFrames()
