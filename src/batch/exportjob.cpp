@@ -16,12 +16,6 @@ namespace
 {
 constexpr int ProgressStep = 50;  ///< frames between two progress lines
 
-/** Angles beyond a full turn and angles that nobody sees are no rotation. */
-bool IsRotation(double angle)
-{
-    return (angle > 0.001 && angle < 360.0) || (angle > -360.0 && angle < -0.001);
-}
-
 /**
  * The way of a warped frame to the output: rotation, crop, scale. Its images are reused from frame
  * to frame.

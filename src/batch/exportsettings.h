@@ -19,3 +19,10 @@ struct ExportSettings
     std::int32_t ExpOffH = 0;     ///< shift of the crop to the right, source pixels
     std::int32_t ExpOffV = 0;     ///< shift of the crop downward, source pixels
 };
+
+/** Angles, in degrees, that turn the export: those beyond a full turn and those nobody sees do not.
+ */
+[[nodiscard]] constexpr bool IsRotation(double angle)
+{
+    return (angle > 0.001 && angle < 360.0) || (angle > -360.0 && angle < -0.001);
+}

@@ -160,6 +160,9 @@ void ExportCropTest::FullHdLimits_data()
     QTest::newRow("87 passes") << 87 << QString();
     QTest::newRow("88 is refused")
         << 88 << "3 Offset horizontal=88 exceeds limits with higher value 1920";
+    // (1920 - 1744) / 2 - 100
+    QTest::newRow("-100 is refused")
+        << -100 << "3 Offset horizontal=-100 exceeds limits with lower value -12";
 }
 
 void ExportCropTest::FullHdLimits()

@@ -10,6 +10,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 /** Numbers that travel between threads, into files or into the project, and start values. */
@@ -27,6 +28,8 @@ private slots:
     void TrackingParametersLayout();
     void FileNamesLayout();
     void ExportSettingsStart();
+    void RotationLimits_data();
+    void RotationLimits();
     void StabilizerStart();
     void PrepareFramesSizes();
 };
@@ -128,6 +131,29 @@ void RecordsTest::ExportSettingsStart()
     QCOMPARE(settings.ExpResV, 1080);
     QCOMPARE(settings.ExpOffH, 0);
     QCOMPARE(settings.ExpOffV, 0);
+}
+
+void RecordsTest::RotationLimits_data()
+{
+    QTest::addColumn<double>("angle");
+    QTest::addColumn<bool>("turns");
+    QTest::newRow("none") << 0.0 << false;
+    QTest::newRow("0.0005 degrees are none") << 0.0005 << false;
+    QTest::newRow("0.001 degrees are none") << 0.001 << false;
+    QTest::newRow("just beyond 0.001") << 0.0011 << true;
+    QTest::newRow("just below a full turn") << 359.999 << true;
+    QTest::newRow("a full turn is none") << 360.0 << false;
+    QTest::newRow("-0.001 degrees are none") << -0.001 << false;
+    QTest::newRow("just beyond -0.001") << -0.0011 << true;
+    QTest::newRow("a full turn back is none") << -360.0 << false;
+    QTest::newRow("no number") << std::nan("") << false;
+}
+
+void RecordsTest::RotationLimits()
+{
+    QFETCH(double, angle);
+    QFETCH(bool, turns);
+    QCOMPARE(IsRotation(angle), turns);
 }
 
 void RecordsTest::StabilizerStart()

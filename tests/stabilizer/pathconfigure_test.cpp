@@ -37,6 +37,7 @@ private slots:
     void SenselessStrengths_data();
     void SenselessStrengths();
     void RadianSettings();
+    void ManualPathOfTheRotationShowsInItsGraphAlone();
 };
 
 void PathConfigureTest::ConfigureTable_data()
@@ -191,6 +192,26 @@ void PathConfigureTest::SenselessStrengths()
             QVERIFY(std::isfinite(value));
         }
     }
+}
+
+void PathConfigureTest::ManualPathOfTheRotationShowsInItsGraphAlone()
+{
+    Project project;
+    project.FlowAngle = Settings(3, 6);
+    project.FlowAngle.EnableManualPath = true;
+    project.FlowAngle.ManualPath = {{{{10, 5.0}, {20, 15.0}}, -1}};
+    CopyAsRadians(project.FlowAngle, project.RadianSettings);
+    CameraPath degrees(false);
+    CameraPath radians(false);
+    degrees.Configure(&project, &project.FlowAngle, 0);
+    radians.Configure(&project, &project.RadianSettings, 0);
+    const QVector<double> still(60, 0.0);
+    degrees.Generate(still, 90.0, 25.0);
+    radians.Generate(still, 0.5, 25.0);
+    QCOMPARE(degrees.ModifiedPath.at(15), 10.0);  // half way from 5 to 15
+    QVERIFY(degrees.Result.Path.at(15) > 1.0);
+    QCOMPARE(radians.ModifiedPath, still);
+    QCOMPARE(radians.Result.Path, still);
 }
 
 void PathConfigureTest::RadianSettings()
