@@ -16,13 +16,13 @@ ROWS = [
      "batch/logrecord", "batch/samefile", "batch/binaryfile", "stabilizer/truncation", "stabilizer/ignoresection", "stabilizer/manualpath",
      "stabilizer/axisfiltersettings", "stabilizer/pathfilterstage", "app/pathnames", "app/programapplication"],
     # engine
-    ["app/log", "stabilizer/croprectangle", "stabilizer/pathfilter", "stabilizer/pathcorrections",
+    ["app/log", "project/jsonaccess", "project/axisfiltersettings_json", "stabilizer/croprectangle", "stabilizer/pathfilter", "stabilizer/pathcorrections",
      "stabilizer/camerapath", "batch/videofile", "batch/stabilize"],
     # services
     ["stabilizer/posrotstabilizer", "batch/opcvthread", "batch/stabilizerhost", "project/project",
-     "project/configuration"],
+     "project/configuration", "project/filedialogs"],
     # widgets
-    [],
+    ["project/dirsettings"],
     # window
     ["app/mainwindow"],
 ]

@@ -91,7 +91,7 @@ bool Log::IsShown(unsigned level) const
 
 void Log::Trim()
 {
-    while (Entries.size() > EntryLimit)
+    while (!Entries.isEmpty() && Entries.size() > EntryLimit)
     {
         delete Entries.takeFirst();
     }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+class QJsonObject;
 class QWidget;
 
 namespace Ui
@@ -50,6 +51,23 @@ public:
      * @param level a LogLevel; from LogDebug on the text shows in the label only
      */
     void Add(unsigned level, const QString& text);
+
+    // The settings of the log as an object of a settings file. The window does not use them yet:
+    // the log starts with the same settings each time and writes no file.
+
+    void WriteSettings(QJsonObject& obj) const;
+
+    /**
+     * Takes the fields from @p obj, with their defaults for what is missing, and shows the
+     * filters.
+     */
+    void ReadSettings(const QJsonObject& obj);
+
+    /**
+     * Writes @p obj to a file of that name with date and time behind it; names below 3 characters
+     * do nothing.
+     */
+    void WriteLogFile(const QString& baseName, const QJsonObject& obj) const;
 
     // The order of the slots is part of the design.
 private slots:

@@ -4,66 +4,51 @@
 #include "app/log.h"
 #include "app/pathnames.h"
 #include "batch/jobstate.h"
+#include "batch/logrecord.h"
 #include "batch/resultcodes.h"
 #include "batch/samefile.h"
 #include "batch/stabilizerhost.h"
 #include "batch/videofile.h"
+#include "project/dirsettings.h"
 #include "stabilizer/camerapath.h"
 
 #include "ui_mainwindow.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMenu>
 
 namespace
 {
 constexpr int SmallestRescale = 50;    ///< pixels
 constexpr int LargestRescale = 20000;  ///< pixels
-
-/**
- * The axis settings until projects can be read: what the reader of projects gives when a key is
- * missing.
- */
-void SetDefaults(AxisFilterSettings& settings, std::int32_t strength)
-{
-    settings.EnableIgnoreSections = true;
-    settings.EnableManualPath = true;
-    settings.AvgPathImages = strength;
-    settings.AvgPathOrder = 3;
-    settings.IgnoreStartFramesMargin = 5;
-}
-
-void SetDefaults(Project& project)
-{
-    project.SourceFile = QStringLiteral("Source.mp4");
-    project.ExportFile = QStringLiteral("Export.mp4");
-    project.TrackingFile = QStringLiteral("Tracking.dat");
-    project.StabilizationFile = QStringLiteral("Stabilize.dat");
-    project.TrackingParameters.MaxTrackingPoints = 800;
-    project.UseFlowVSettings = true;
-    project.UseFlowRotSettings = true;
-    project.EnGlobalIgnoreList = true;
-    SetDefaults(project.FlowH, 12);
-    SetDefaults(project.FlowV, 12);
-    SetDefaults(project.FlowAngle, 5);
-    project.ExportSettings.EnableCrop = true;
-    project.ExportSettings.CropFactor = 1.1;
-}
 }  // namespace
 
 MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
-    : QMainWindow(parent), ui(new Ui::MainWindow)
+    : QMainWindow(parent), RecentMenu(nullptr), QuickDirs(nullptr), ui(new Ui::MainWindow)
 {
-    Q_UNUSED(projectFile)
     ui->setupUi(this);
-    ProgramLog.Setup(ui->groupBoxLog);
+    ProgramLog.Setup(ui->groupBoxLog);  // log lines show from here on
     for (QSpinBox* box : {ui->spinBoxRescaleXAxis, ui->spinBoxRescaleYAxis})
     {
         box->setMinimum(SmallestRescale);
         box->setMaximum(LargestRescale);
     }
     connect(ui->tabWidgetMain, &QTabWidget::tabBarClicked, this, &MainWindow::MainTabChanged);
-    SetDefaults(Proj);
-    ProjectToForm();
+    RecentMenu = new QMenu;
+    RecentMenu->setTitle(tr("Open Recent"));
+    Config.Load();
+    QuickDirs = new DirSettings(this, &Proj, &Config);
+    QuickDirs->accept();  // fills the sidebar of the file dialogs
     ApplyProject();
+    OpenFirstProject(projectFile);
+    UpdateRecentMenu();
+    QuickDirs->FillTree();
+    QuickDirs->accept();  // once more, as the project's directories are known now
+    ui->menumain->insertMenu(ui->actionsave_project, RecentMenu);
+    ui->menumain->insertSeparator(ui->actionsave_project);
     ui->actionAbout_Codecs->setVisible(false);
+    Config.ApplyStyleSheet();
     ProcessUpdate(JobNone);
     CurrentTab = 0;
     MainTabChanged(
@@ -75,6 +60,35 @@ MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
     ui->pushButtonTest->hide();
 }
 
+/**
+ * The project of the command line, else the last one, else a new one at the start project's place.
+ */
+void MainWindow::OpenFirstProject(const QString& projectFile)
+{
+    if (Project::CheckFile(projectFile))
+    {
+        OpenProject(projectFile);
+        return;
+    }
+    if (!projectFile.isEmpty())
+    {
+        ProgramLog.Add(LogError, tr("Could not create project file"));
+    }
+    if (!Config.AutoLoadLastProject)
+    {
+        return;
+    }
+    if (QFile::exists(Config.ProjectFile))
+    {
+        OpenProject(Config.ProjectFile);
+        return;
+    }
+    ProjectDir = QStringLiteral("%1/Molvane/Start").arg(QDir::homePath());
+    QDir().mkpath(ProjectDir);
+    Config.ProjectFile = QStringLiteral("%1/Start.mvprj").arg(ProjectDir);
+    CreateProject();
+}
+
 MainWindow::~MainWindow()
 {
     ProgramHost.Abort();
@@ -83,6 +97,11 @@ MainWindow::~MainWindow()
 }
 
 void MainWindow::on_actionexit_triggered() {}  // the form connects the action to close()
+
+void MainWindow::on_actionFile_Settings_triggered()
+{
+    QuickDirs->ShowDialog();
+}
 
 void MainWindow::on_actionDefault_Settings_triggered() {}
 
@@ -156,15 +175,6 @@ void MainWindow::on_pushButtonExportVideo_clicked()
 {
     CommitSettings();
     ProgramHost.Start(JobExport, this);
-}
-
-void MainWindow::MenuProjChangeable(bool en)
-{
-    for (QAction* action :
-         {ui->actionnew_project, ui->actionopen_project, ui->actionsave_project_as, ui->actionexit})
-    {
-        action->setEnabled(en);
-    }
 }
 
 void MainWindow::ProcessUpdate(int t)

@@ -9,6 +9,9 @@
 
 #include <cstdint>
 
+class DirSettings;
+class QMenu;
+
 namespace Ui
 {
 class MainWindow;
@@ -34,13 +37,27 @@ public:
 
     // The order of the slots is part of the design.
 public slots:
+    void closeEvent(QCloseEvent* e) override;
+    void on_actionnew_project_triggered();
+    void on_actionopen_project_triggered();
+    void on_actionsave_project_triggered();
+    void on_actionsave_project_as_triggered();
     void on_actionexit_triggered();
+    void on_actionFile_Settings_triggered();
     void on_actionDefault_Settings_triggered();
     void on_actionLook_Feel_triggered();
+
+    /** Adds the recent entries that the menu lacks; none is removed while the program runs. */
+    void UpdateRecentMenu();
+
     /** Copies the source through the codec to the export file; blocks. Its button is hidden. */
     void on_pushButtonTest_clicked();
 
     void on_pushButtonAbort_clicked();
+    void on_pushButtonSourceVideo_clicked();
+    void on_pushButtonExportVideoFile_clicked();
+    void on_pushButtonTrackingFile_clicked();
+    void on_pushButtonStabilizeFile_clicked();
     void on_pushButtonGenerateAll_clicked();
     void on_pushButtonAnalyseTrack_clicked();
     void on_pushButtonReadTrack_clicked();
@@ -52,24 +69,39 @@ public slots:
     /** A click on the tab bar: stores the tab that is left and loads the tab @p index. */
     void MainTabChanged(int index);
 
-    /**
-     * Turns the project commands on or off for the time of a job; saving stays possible.
-     */
+    /** Turns the project commands on or off for the time of a job; saving stays possible. */
     void MenuProjChangeable(bool en);
 
     /** Brings buttons and title in step with @p t, a JobState; unknown numbers count as busy. */
     void ProcessUpdate(int t);
 
+    /** Opens the project of the recent menu's entry that sent the signal. */
+    void OpenRecent();
+
+    /**
+     * Asks whether to save the project before it is replaced, each time: there is no modified flag.
+     * @param question  title of the message box
+     * @return          false when the user cancels
+     */
+    bool AskSaveProject(QString question);
+
 private:
     void FormToProject();
     void ProjectToForm();
+    void ProjectToAllForms();
     void CommitSettings();
     void ApplyProject();
+    void OpenFirstProject(const QString& projectFile);
+    void OpenProject(const QString& path);
+    void CreateProject();
+    void MoveFilesToProject();
 
     // Field order is part of the design.
     QString ProjectDir;          ///< directory of the current project, without a trailing slash
     GlobalConfiguration Config;  ///< Config.ProjectFile is the path of the current project
     Project Proj;
-    std::int32_t CurrentTab = 0;   ///< tab whose settings its widgets hold
-    Ui::MainWindow* ui = nullptr;  ///< owned
+    std::int32_t CurrentTab = 0;  ///< tab whose settings its widgets hold
+    QMenu* RecentMenu;            ///< "Open Recent"; without a parent, lives until the process ends
+    DirSettings* QuickDirs;       ///< child of this window
+    Ui::MainWindow* ui;           ///< owned
 };

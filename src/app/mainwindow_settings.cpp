@@ -62,6 +62,11 @@ void MainWindow::ProjectToForm()
     ui->doubleSpinBoxExpRot->setValue(settings.ExpAngle);
 }
 
+void MainWindow::ProjectToAllForms()
+{
+    ProjectToForm();
+}
+
 void MainWindow::ApplyProject()
 {
     AxisFilterSettings* vertical = Proj.UseFlowVSettings ? &Proj.FlowV : &Proj.FlowH;

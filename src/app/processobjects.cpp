@@ -2,11 +2,10 @@
 #include "app/log.h"
 #include "app/programapplication.h"
 #include "batch/stabilizerhost.h"
+#include "project/filedialogs.h"
 #include "stabilizer/camerapath.h"
 
-#include <QList>
 #include <QResource>
-#include <QUrl>
 
 // All objects that live as long as the process. C++ fixes the order of construction, and in reverse
 // that of destruction, only inside one file: the host, which stops the worker, must go before the
@@ -17,6 +16,7 @@
 [[maybe_unused]] static const bool ResourcesRegistered = []
 {
     Q_INIT_RESOURCE(molvane);
+    Q_INIT_RESOURCE(molvane_fonts);
     return true;
 }();
 

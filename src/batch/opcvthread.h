@@ -27,8 +27,10 @@ public:
     /** @param project not owned; outlives all jobs */
     explicit OpCVThread(Project* project);
 
-    /** The thread must have left run. With a stabilizer and a job in State it would ask for an
-     * abort. */
+    /**
+     * The thread must have left run. With a stabilizer and a job in State it would ask for an
+     * abort.
+     */
     ~OpCVThread() override;
 
     /** @param s not owned, null for none; the jobs work on it */

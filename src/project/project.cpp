@@ -1,7 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "project/project.h"
 
+#include "app/log.h"
+#include "batch/logrecord.h"
+#include "project/axisfiltersettings_json.h"
+#include "project/jsonaccess.h"
+#include "stabilizer/camerapath.h"
+
+#include <QFile>
+
 #include <algorithm>
+#include <mutex>
 
 namespace
 {
@@ -21,7 +30,139 @@ QString MatchingFileOf(const QString& dataFile)
 {
     return QStringLiteral("%1.cfg").arg(dataFile);
 }
+
+/** The string under @p key with every "//" made "/". */
+QString ReadPath(const QJsonObject& root, const QString& key, const QString& defaultValue)
+{
+    return JsonGetString(root, key, defaultValue).replace(QLatin1String("//"), QLatin1String("/"));
+}
+
+void ReadAxis(const QJsonObject& root, const QString& key, int strength, AxisFilterSettings& axis)
+{
+    constexpr int type = 3;
+    axis.ReadJson(root.value(key).toObject(), strength, type);
+}
+
+QJsonObject WriteAxis(const AxisFilterSettings& axis)
+{
+    QJsonObject obj;
+    axis.WriteJson(obj);
+    return obj;
+}
+
+void ReadExport(const QJsonObject& root, ExportSettings& settings)
+{
+    settings.EnableCrop = JsonGetBool(root, QStringLiteral("EnableCrop"), true);
+    settings.CropFactor = JsonGetDouble(root, QStringLiteral("CropFactor"), 1.1);
+    settings.EnRescale = JsonGetBool(root, QStringLiteral("EnRescale"), false);
+    settings.ExpResH = JsonGetInt(root, QStringLiteral("ExpResH"), 1920);
+    settings.ExpResV = JsonGetInt(root, QStringLiteral("ExpResV"), 1080);
+    settings.ExpOffH = JsonGetInt(root, QStringLiteral("ExpOffH"), 0);
+    settings.ExpOffV = JsonGetInt(root, QStringLiteral("ExpOffV"), 0);
+    settings.ExpAngle = JsonGetDouble(root, QStringLiteral("ExpAngle"), 0.0);
+}
+
+void WriteExport(const ExportSettings& settings, QJsonObject& root)
+{
+    root.insert(QStringLiteral("EnableCrop"), settings.EnableCrop);
+    root.insert(QStringLiteral("CropFactor"), settings.CropFactor);
+    root.insert(QStringLiteral("EnRescale"), settings.EnRescale);
+    root.insert(QStringLiteral("ExpResH"), settings.ExpResH);
+    root.insert(QStringLiteral("ExpResV"), settings.ExpResV);
+    root.insert(QStringLiteral("ExpOffH"), settings.ExpOffH);
+    root.insert(QStringLiteral("ExpOffV"), settings.ExpOffV);
+    root.insert(QStringLiteral("ExpAngle"), settings.ExpAngle);
+}
 }  // namespace
+
+bool Project::Load(QString& file, bool reportErrors)
+{
+    QJsonObject root;
+    if (!file.isEmpty())
+    {
+        if (QFile::exists(file))
+        {
+            JsonReadFile(file, root, nullptr);
+        }
+        else if (reportErrors)
+        {
+            ProgramLog.Add(LogError, QStringLiteral("Project file access error!"));
+            return false;
+        }
+    }
+    if (file.contains(QLatin1String(".json")))
+    {
+        file.replace(QLatin1String(".json"), QLatin1String(".mvprj"));
+        JsonWriteFile(file, root);
+    }
+    // Deliberate: this mends the old name; the one that is read next keeps its doubled slashes.
+    SourceFile.replace(QLatin1String("//"), QLatin1String("/"));
+    SourceFile = JsonGetString(root, QStringLiteral("SourceFile"), QStringLiteral("Source.mp4"));
+    if (reportErrors && !QFile::exists(file))
+    {
+        // Deliberate: asked of the project file, so that a moved-over project that could not be
+        // written shows.
+        ProgramLog.Add(LogError, QStringLiteral("Source video file access error!"));
+    }
+    ExportFile = ReadPath(root, QStringLiteral("ExportFile"), QStringLiteral("Export.mp4"));
+    TrackingFile = ReadPath(root, QStringLiteral("TrackingFile"), QStringLiteral("Tracking.dat"));
+    StabilizationFile =
+        ReadPath(root, QStringLiteral("StabilizationFile"), QStringLiteral("Stabilize.dat"));
+    StabilizeType = JsonGetInt(root, QStringLiteral("StabilizeType"), 1);
+    TrackingParameters.MaxTrackingPoints =
+        JsonGetInt(root, QStringLiteral("MaxTrackingPoints"), 800);
+    {
+        const std::lock_guard<std::recursive_mutex> lock(EngineLock);
+        GlobalIgnoreSections = ReadIgnoreSections(root);
+        EnGlobalIgnoreList = JsonGetBool(root, QStringLiteral("EnGlobalIgnoreList"), true);
+        UseFlowVSettings = JsonGetBool(root, QStringLiteral("UseFlowVSettings"), true);
+        UseFlowRotSettings = JsonGetBool(root, QStringLiteral("UseFlowRotSettings"), true);
+        ReadAxis(root, QStringLiteral("FlowH"), 12, FlowH);
+        ReadAxis(root, QStringLiteral("FlowV"), 12, FlowV);
+        ReadAxis(root, QStringLiteral("FlowAngle"), 5, FlowAngle);
+    }
+    ReadExport(root, ExportSettings);
+    ProgramLog.Add(LogRun, QStringLiteral("Project file opened!"));
+    SyncFileNames();
+    return true;
+}
+
+void Project::Save(const QString& file) const
+{
+    QJsonObject root;
+    root.insert(QStringLiteral("SourceFile"), SourceFile);
+    root.insert(QStringLiteral("ExportFile"), ExportFile);
+    root.insert(QStringLiteral("TrackingFile"), TrackingFile);
+    root.insert(QStringLiteral("StabilizationFile"), StabilizationFile);
+    root.insert(QStringLiteral("StabilizeType"), StabilizeType);
+    root.insert(QStringLiteral("MaxTrackingPoints"), TrackingParameters.MaxTrackingPoints);
+    WriteIgnoreSections(GlobalIgnoreSections, root);
+    root.insert(QStringLiteral("EnGlobalIgnoreList"), EnGlobalIgnoreList);
+    root.insert(QStringLiteral("UseFlowVSettings"), UseFlowVSettings);
+    root.insert(QStringLiteral("UseFlowRotSettings"), UseFlowRotSettings);
+    root.insert(QStringLiteral("FlowH"), WriteAxis(FlowH));
+    root.insert(QStringLiteral("FlowV"), WriteAxis(FlowV));
+    root.insert(QStringLiteral("FlowAngle"), WriteAxis(FlowAngle));
+    WriteExport(ExportSettings, root);
+    JsonWriteFile(file, root);
+    ProgramLog.Add(LogRun, QStringLiteral("Project file written!"));
+}
+
+bool Project::CheckFile(const QString& file)
+{
+    if (file.isEmpty())
+    {
+        return false;
+    }
+    QJsonObject root;
+    JsonReadFile(file, root, nullptr);
+    return JsonHasString(root, QStringLiteral("TrackingFile")) &&
+           JsonHasNumber(root, QStringLiteral("StabilizeType")) &&
+           JsonHasNumber(root, QStringLiteral("MaxTrackingPoints")) &&
+           JsonHasBool(root, QStringLiteral("EnableCrop")) &&
+           JsonHasNumber(root, QStringLiteral("CropFactor")) &&
+           JsonHasBool(root, QStringLiteral("EnRescale"));
+}
 
 void Project::SyncFileNames()
 {

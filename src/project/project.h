@@ -38,6 +38,26 @@ struct Project
     ::ExportSettings ExportSettings;
     ::FileNames FileNames;  ///< the paths as the worker gets them, see SyncFileNames
 
+    Project() = default;
+
+    /**
+     * Reads a project file. Keys that are missing or of another type give their defaults; an empty
+     * name, or a file that is no JSON, gives the defaults of all fields. A name with ".json" in it
+     * is changed to ".mvprj", also in @p file, and the content is written there.
+     * @param reportErrors  log what is missing
+     * @return              false when the file is missing and errors are reported; nothing has
+     * changed then
+     */
+    bool Load(QString& file, bool reportErrors);
+
+    /** Writes a project file. A file that cannot be written is left without a word. */
+    void Save(const QString& file) const;
+
+    /**
+     * True when a file has what every project file has: whether the command line names a project.
+     */
+    [[nodiscard]] static bool CheckFile(const QString& file);
+
     /**
      * Fills FileNames from the four paths.
      *

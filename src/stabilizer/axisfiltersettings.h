@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <vector>
 
+class QJsonObject;
+
 /**
  * The user's choices for one axis of the camera path. Field names are the keys of the project
  * file. A constructed record is all zero; the reader of projects supplies the defaults.
@@ -27,6 +29,16 @@ struct AxisFilterSettings
     double EndValue = 0.0;    ///< pixels, or degrees on the rotation axis
     std::vector<IgnoreSection> IgnoreSections;
     std::vector<ManualPathSection> ManualPath;
+
+    /**
+     * Takes all fields from the object of one axis in a project file; what is missing or of another
+     * type gets its default. The defaults of AvgPathImages and AvgPathOrder differ from axis to
+     * axis.
+     */
+    void ReadJson(const QJsonObject& obj, int avgPathImages, int avgPathOrder);
+
+    /** Sets the keys of all fields in @p obj; empty lists are left out. */
+    void WriteJson(QJsonObject& obj) const;
 };
 
 /**

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
+#include <QAbstractButton>
+#include <QApplication>
 #include <QGenericPlugin>
-#include <QGuiApplication>
+#include <QMainWindow>
+#include <QMessageBox>
 #include <QTimer>
-#include <QWindow>
 
 #include <cstdio>
 
 /**
  * A plug-in for the program itself, which loads it at its start when told by the environment, and
- * which stands in for the user: tells the title of the window that comes up, and closes it.
+ * which stands in for the user: tells the title of the window that comes up, closes it, and says No
+ * to the question about the project.
  */
 class CloseWindow : public QGenericPlugin
 {
@@ -22,24 +25,33 @@ public:
         Q_UNUSED(specification)
         auto* clock = new QTimer;  // the application deletes what a plug-in gives it
         connect(clock, &QTimer::timeout, clock, [clock] { CloseWhenShown(*clock); });
-        clock->start(10);
+        clock->start(First);
         return clock;
     }
 
 private:
     static void CloseWhenShown(QTimer& clock)
     {
-        for (QWindow* window : QGuiApplication::topLevelWindows())
+        if (auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
         {
-            if (window->isExposed())
+            clock.stop();
+            question->button(QMessageBox::No)->click();
+            return;
+        }
+        for (QWidget* window : QApplication::topLevelWidgets())
+        {
+            if (qobject_cast<QMainWindow*>(window) != nullptr && window->isVisible() &&
+                clock.interval() == First)
             {
-                clock.stop();
-                std::printf("%s\n", qPrintable(window->title()));
+                clock.setInterval(First + 1);  // once is enough; from here on wait for the question
+                std::printf("%s\n", qPrintable(window->windowTitle()));
                 window->close();
                 return;
             }
         }
     }
+
+    static constexpr int First = 10;  // milliseconds
 };
 
 #include "closewindow.moc"

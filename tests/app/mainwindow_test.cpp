@@ -5,6 +5,7 @@
 #include "batch/stabilizerhost.h"
 #include "stabilizer/camerapath.h"
 #include "support/testhome.h"
+#include "userhands/answermodal.h"
 
 #include <QAction>
 #include <QMenu>
@@ -213,13 +214,12 @@ void MainWindowTest::StartsWithWorker()
 
 void MainWindowTest::Title()
 {
-    // Without a project there is no file name between the blanks.
     const TestWindow window;
-    QCOMPARE(window->windowTitle(), QStringLiteral("IDLE  @ Molvane"));
+    QCOMPARE(window->windowTitle(), QStringLiteral("IDLE Start.mvprj @ Molvane"));
     window->ProcessUpdate(JobAnalyse);
-    QCOMPARE(window->windowTitle(), QStringLiteral("BUSY  @ Molvane"));
+    QCOMPARE(window->windowTitle(), QStringLiteral("BUSY Start.mvprj @ Molvane"));
     window->ProcessUpdate(JobExport);
-    QCOMPARE(window->windowTitle(), QStringLiteral("EXPORTING  @ Molvane"));
+    QCOMPARE(window->windowTitle(), QStringLiteral("EXPORTING Start.mvprj @ Molvane"));
 }
 
 void MainWindowTest::LookOfState_data()
@@ -357,7 +357,9 @@ void MainWindowTest::SlotsWithoutEffect()
 void MainWindowTest::ExitClosesTheWindow()
 {
     const TestWindow window;
+    const AnswerModal answer(QMessageBox::No);
     window.Find<QAction>("actionexit")->trigger();
+    QVERIFY(answer.WasAnswered());
     QVERIFY(!window->isVisible());
 }
 

@@ -2,14 +2,17 @@
 #include "app/endguard.h"
 #include "app/testwindow.h"
 #include "batch/exportsettings.h"
+#include "project/project.h"
 #include "stabilizer/axisfiltersettings.h"
 #include "stabilizer/camerapath.h"
 #include "support/testhome.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QTabWidget>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 
 namespace
@@ -33,7 +36,9 @@ class SettingsTest : public QObject
 private slots:
     void init();
     void cleanup();
-    void StartValuesWithoutProject();
+    void StartValuesOfTheStartProject();
+    void VerticalFollowsHorizontalWhenToldSo();
+    void LockOfAProjectFileHoldsItsAxisStill();
     void PathsAreBoundFromTheStart();
     void CommitTakesTheFields();
     void PercentBecomesAFactor_data();
@@ -59,7 +64,9 @@ private slots:
     void WarpTypeIsFixed();
 
 private:
-    [[nodiscard]] static ExportSettings& Project() { return *PathHorizontal.Export; }
+    [[nodiscard]] static Project DefaultProject();
+    void OpenWindowOn(const Project& project);
+    [[nodiscard]] static ExportSettings& Exported() { return *PathHorizontal.Export; }
 
     std::unique_ptr<MessageGuard> Guard;
     std::unique_ptr<TestWindow> Window;
@@ -77,16 +84,36 @@ void SettingsTest::cleanup()
     QCOMPARE(EndGuard(Guard), QStringList());
 }
 
-void SettingsTest::StartValuesWithoutProject()
+/** What a project file without any key gives. */
+Project SettingsTest::DefaultProject()
+{
+    Project project;
+    QString noFile;
+    project.Load(noFile, false);
+    return project;
+}
+
+/** Starts a window on a file of @p project. */
+void SettingsTest::OpenWindowOn(const Project& project)
+{
+    const QString file = QDir::homePath() + QStringLiteral("/told.mvprj");
+    project.Save(file);
+    Window.reset();
+    Window = std::make_unique<TestWindow>(file);
+}
+
+void SettingsTest::StartValuesOfTheStartProject()
 {
     QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("Source.mp4"));
-    QCOMPARE(Window->Text("lineEditExportVideo"), QStringLiteral("Export.mp4"));
-    QCOMPARE(Window->Text("lineEditTrackingPathFile"), QStringLiteral("Tracking.dat"));
-    QCOMPARE(Window->Text("lineEditStabilizeFile"), QStringLiteral("Stabilize.dat"));
+    const QString place = QDir::homePath() + QStringLiteral("/Molvane/Start/");
+    QCOMPARE(Window->Text("lineEditExportVideo"), place + QStringLiteral("Export.mp4"));
+    QCOMPARE(Window->Text("lineEditTrackingPathFile"), place + QStringLiteral("Tracking.dat"));
+    QCOMPARE(Window->Text("lineEditStabilizeFile"), place + QStringLiteral("Stabilize.dat"));
     QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 800.0);
     QCOMPARE(Window->Number("doubleSpinBoxZoom"), 110.0);
     QVERIFY(Window->IsChecked("checkBoxEnableZoom"));
     QVERIFY(!Window->IsChecked("checkBoxRescale"));
+    Window->Commit();  // only a commit brings a created project to the filters
     for (const CameraPath* path :
          {&PathHorizontal, &PathVertical, &PathRotation, &PathRotationDegrees})
     {
@@ -96,6 +123,35 @@ void SettingsTest::StartValuesWithoutProject()
     }
     QVERIFY(PathVertical.Settings != PathHorizontal.Settings);
     QVERIFY(PathRotationDegrees.Settings != PathHorizontal.Settings);
+}
+
+void SettingsTest::VerticalFollowsHorizontalWhenToldSo()
+{
+    Project project = DefaultProject();
+    project.UseFlowVSettings = false;
+    project.UseFlowRotSettings = false;
+    project.FlowV.AvgPathOrder = 1;
+    project.FlowAngle.AvgPathOrder = 1;
+    OpenWindowOn(project);
+    QCOMPARE(PathVertical.Settings, PathHorizontal.Settings);
+    QCOMPARE(PathRotationDegrees.Settings, PathHorizontal.Settings);
+    QCOMPARE(PathVertical.Base.Order, std::uint64_t{3});  // not the 1 of its own record
+    QCOMPARE(PathRotation.Settings->AvgPathOrder, 3);
+}
+
+void SettingsTest::LockOfAProjectFileHoldsItsAxisStill()
+{
+    Project project = DefaultProject();
+    project.FlowH.Lock = true;
+    OpenWindowOn(project);
+    QVector<double> motion(100, 0.0);
+    motion[50] = 8.0;
+    PathHorizontal.Generate(motion, 1920.0, 25.0);
+    PathVertical.Generate(motion, 1080.0, 25.0);
+    const auto isFlat = [](const QVector<double>& path)
+    { return std::all_of(path.begin(), path.end(), [&](double y) { return y == path.first(); }); };
+    QVERIFY(isFlat(PathHorizontal.Result.Path));
+    QVERIFY(!isFlat(PathVertical.Result.Path));
 }
 
 void SettingsTest::PathsAreBoundFromTheStart()
@@ -125,18 +181,18 @@ void SettingsTest::CommitTakesTheFields()
     Window->SetNumber("spinBoxExpOffsetV", 42);
     Window->SetNumber("doubleSpinBoxExpRot", -12.5);
     Window->Commit();
-    QVERIFY(!Project().EnableCrop);
-    QVERIFY(Project().EnRescale);
-    QCOMPARE(Project().ExpResH, 1280);
-    QCOMPARE(Project().ExpResV, 720);
-    QCOMPARE(Project().ExpOffH, -31);
-    QCOMPARE(Project().ExpOffV, 42);
-    QCOMPARE(Project().ExpAngle, -12.5);
+    QVERIFY(!Exported().EnableCrop);
+    QVERIFY(Exported().EnRescale);
+    QCOMPARE(Exported().ExpResH, 1280);
+    QCOMPARE(Exported().ExpResV, 720);
+    QCOMPARE(Exported().ExpOffH, -31);
+    QCOMPARE(Exported().ExpOffV, 42);
+    QCOMPARE(Exported().ExpAngle, -12.5);
     Window->SetChecked("checkBoxEnableZoom", true);
     Window->SetChecked("checkBoxRescale", false);
     Window->Commit();
-    QVERIFY(Project().EnableCrop);
-    QVERIFY(!Project().EnRescale);
+    QVERIFY(Exported().EnableCrop);
+    QVERIFY(!Exported().EnRescale);
 }
 
 void SettingsTest::PercentBecomesAFactor_data()
@@ -157,8 +213,8 @@ void SettingsTest::PercentBecomesAFactor()
     QFETCH(double, factor);
     Window->SetNumber("doubleSpinBoxZoom", percent);
     Window->Commit();
-    QVERIFY(Project().CropFactor == factor);  // a division gives the nearest number
-    Window->ClickTab(SettingsTab);            // and back
+    QVERIFY(Exported().CropFactor == factor);  // a division gives the nearest number
+    Window->ClickTab(SettingsTab);             // and back
     QCOMPARE(Window->Number("doubleSpinBoxZoom"), percent);
 }
 
@@ -193,7 +249,7 @@ void SettingsTest::AngleOffsetIsTruncated()
     QFETCH(int, offset);
     Window->SetNumber("doubleSpinBoxExpRot", angle);
     Window->Commit();
-    QCOMPARE(Project().ExpAngle, angle);
+    QCOMPARE(Exported().ExpAngle, angle);
     QCOMPARE(PathRotationDegrees.Offset, offset);
 }
 
@@ -253,16 +309,16 @@ void SettingsTest::CommitDerivesTheFilters()
 void SettingsTest::LeavingTheTabStores()
 {
     Window->SetNumber("spinBoxExpOffsetH", 5);
-    QCOMPARE(Project().ExpOffH, 0);
+    QCOMPARE(Exported().ExpOffH, 0);
     Window->ClickTab(HorizontalTab);
-    QCOMPARE(Project().ExpOffH, 5);
+    QCOMPARE(Exported().ExpOffH, 5);
     QCOMPARE(PathHorizontal.Offset, 0);  // the paths wait for a commit
 }
 
 void SettingsTest::ReturningLoads()
 {
     Window->ClickTab(HorizontalTab);
-    Project() = {true, true, 1.25, -7.5, 640, 480, 12, -13};
+    Exported() = {true, true, 1.25, -7.5, 640, 480, 12, -13};
     Window->ClickTab(SettingsTab);
     QVERIFY(Window->IsChecked("checkBoxEnableZoom"));
     QVERIFY(Window->IsChecked("checkBoxRescale"));
@@ -296,7 +352,7 @@ void SettingsTest::ClickOnTheCurrentTabStoresAndLoads()
     warpType->setCurrentIndex(3);
     Window->SetNumber("spinBoxExpOffsetV", 8);
     Window->ClickTab(SettingsTab);
-    QCOMPARE(Project().ExpOffV, 8);
+    QCOMPARE(Exported().ExpOffV, 8);
     QCOMPARE(Window->Number("spinBoxExpOffsetV"), 8.0);  // stored first, so loading changes nothing
     QCOMPARE(warpType->currentIndex(), 1);
     QVERIFY(!warpType->isEnabled());
@@ -307,7 +363,7 @@ void SettingsTest::OtherTabsDoNotStoreTheForm()
     Window->ClickTab(HorizontalTab);
     Window->SetNumber("spinBoxExpOffsetH", 5);
     Window->ClickTab(VerticalTab);
-    QCOMPARE(Project().ExpOffH, 0);
+    QCOMPARE(Exported().ExpOffH, 0);
     Window->ClickTab(SettingsTab);
     QCOMPARE(Window->Number("spinBoxExpOffsetH"), 0.0);
 }
@@ -316,13 +372,13 @@ void SettingsTest::PlayerTabKeepsTheTabNoted()
 {
     Window->SetNumber("spinBoxExpOffsetH", 5);
     Window->ClickTab(PlayerTab);
-    QCOMPARE(Project().ExpOffH, 5);
+    QCOMPARE(Exported().ExpOffH, 5);
     Window->SetNumber("spinBoxExpOffsetH", 6);
     Window->ClickTab(HorizontalTab);
-    QCOMPARE(Project().ExpOffH, 6);  // the form was stored once more
+    QCOMPARE(Exported().ExpOffH, 6);  // the form was stored once more
     Window->SetNumber("spinBoxExpOffsetH", 7);
     Window->ClickTab(VerticalTab);
-    QCOMPARE(Project().ExpOffH, 6);  // and now no more
+    QCOMPARE(Exported().ExpOffH, 6);  // and now no more
 }
 
 void SettingsTest::EnteringAnotherTabDoesNotLoad()
@@ -330,9 +386,9 @@ void SettingsTest::EnteringAnotherTabDoesNotLoad()
     for (int tab : {HorizontalTab, PlayerTab, VerticalTab, 3})
     {
         Window->ClickTab(tab);
-        Project().ExpOffH = 77;
+        Exported().ExpOffH = 77;
         QCOMPARE(Window->Number("spinBoxExpOffsetH"), 0.0);
-        Project().ExpOffH = 0;
+        Exported().ExpOffH = 0;
     }
 }
 
@@ -351,7 +407,7 @@ void SettingsTest::CommitOnEveryTab()
     Window->ClickTab(tab);
     Window->SetNumber("spinBoxExpOffsetH", 5);
     (*Window)->on_pushButtonCalculateTrack_clicked();  // what the graph tabs' button does
-    QCOMPARE(Project().ExpOffH, 5);
+    QCOMPARE(Exported().ExpOffH, 5);
     QCOMPARE(PathHorizontal.Offset, 5);
 }
 
@@ -359,7 +415,7 @@ void SettingsTest::OnlyAClickCounts()
 {
     Window->SetNumber("spinBoxExpOffsetH", 5);
     Window->Find<QTabWidget>("tabWidgetMain")->setCurrentIndex(HorizontalTab);
-    QCOMPARE(Project().ExpOffH, 0);
+    QCOMPARE(Exported().ExpOffH, 0);
 }
 
 void SettingsTest::ProjectValuesAreClamped_data()
@@ -379,12 +435,12 @@ void SettingsTest::ProjectValuesAreClamped()
     QFETCH(int, width);
     QFETCH(double, shown);
     Window->ClickTab(HorizontalTab);
-    Project().ExpResH = width;
+    Exported().ExpResH = width;
     Window->ClickTab(SettingsTab);
     QCOMPARE(Window->Number("spinBoxRescaleXAxis"), shown);
-    QCOMPARE(Project().ExpResH, width);
+    QCOMPARE(Exported().ExpResH, width);
     Window->Commit();
-    QCOMPARE(double(Project().ExpResH), shown);
+    QCOMPARE(double(Exported().ExpResH), shown);
 }
 
 void SettingsTest::WarpTypeIsFixed()

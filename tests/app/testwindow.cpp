@@ -14,7 +14,8 @@
 #include <QTabWidget>
 #include <QTest>
 
-TestWindow::TestWindow() : Window(std::make_unique<MainWindow>(nullptr, QString()))
+TestWindow::TestWindow(const QString& projectFile)
+    : Window(std::make_unique<MainWindow>(nullptr, projectFile))
 {
     Window->resize(1018, 755);
     Window->show();

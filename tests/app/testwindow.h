@@ -13,7 +13,8 @@
 class TestWindow
 {
 public:
-    TestWindow();
+    /** @param projectFile  as on the command line */
+    explicit TestWindow(const QString& projectFile = QString());
 
     /** Ends the window; stabilizer and thread stay for as long as this object. */
     void End() { Window.reset(); }

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTextStream>
 
 namespace
 {
@@ -22,15 +23,25 @@ QByteArray ContentOf(const QString& file)
     return content.readAll();
 }
 
+/** Passes messages on, but for what Qt's offscreen platform says of features that it lacks. */
+void PassMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    if (!text.startsWith(QStringLiteral("This plugin does not support")))
+    {
+        QTextStream(stderr) << qFormatLogMessage(type, context, text) << Qt::endl;
+    }
+}
+
 /** From the source to the stabilized video. */
 void WalkFirst(const QDir& out, const QString& video, double atMost, Report& report)
 {
     Walk walk(out, video, report);
-    walk.TypePaths();
+    walk.MakeProject();
     walk.Analyse();
     walk.CalculatePath();
     walk.Export();
     walk.CheckExport();
+    walk.SaveProject();
     walk.TakeScreenshots();
     walk.CompareShake(atMost);
 }
@@ -39,7 +50,7 @@ void WalkFirst(const QDir& out, const QString& video, double atMost, Report& rep
 void WalkAgain(const QDir& out, const QString& video, Report& report)
 {
     Walk walk(out, video, report);
-    walk.TypePaths();
+    walk.OpenRecentProject();
     const QByteArray before = ContentOf(walk.ExportFile());
     walk.ReadAnalysedData();
     walk.CalculatePath();
@@ -51,6 +62,7 @@ void WalkAgain(const QDir& out, const QString& video, Report& report)
 
 int main(int argc, char** argv)
 {
+    qInstallMessageHandler(PassMessage);
     QApplication application(argc, argv);
     ProgramApplication = &application;
     QCommandLineParser parser;

@@ -2,14 +2,16 @@
 #include "walk.h"
 
 #include "report.h"
+#include "userhands/answermodal.h"
 #include "walkthrough/shakemeter.h"
 
+#include <QAction>
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
@@ -70,13 +72,10 @@ Widget* Walk::Find(const char* name)
     return widget;
 }
 
-void Walk::Type(const char* lineEdit, const QString& text)
+void Walk::CheckField(const char* lineEdit, const QString& text)
 {
-    auto* edit = Find<QLineEdit>(lineEdit);
-    QTest::mouseClick(edit, Qt::LeftButton);
-    edit->selectAll();
-    QTest::keyClicks(edit, text);
-    Story.Step(edit->text() == text, QStringLiteral("%1 takes %2").arg(lineEdit, text));
+    const QString shown = Find<QLineEdit>(lineEdit)->text();
+    Story.Step(shown == text, QStringLiteral("%1 shows %2").arg(lineEdit, shown));
 }
 
 QString Walk::LastAction()
@@ -84,17 +83,69 @@ QString Walk::LastAction()
     return Find<QLabel>("labelLog")->text();
 }
 
-QString Walk::ExportFile() const
+QString Walk::ProjectFile() const
 {
-    return Out.absoluteFilePath(QStringLiteral("stabilized.mp4"));
+    return Out.absoluteFilePath(QStringLiteral("project/project.mvprj"));
 }
 
-void Walk::TypePaths()
+QString Walk::ExportFile() const
 {
-    Type("lineEditSourceVideo", Video);
-    Type("lineEditTrackingPathFile", Out.absoluteFilePath(QStringLiteral("Tracking.dat")));
-    Type("lineEditStabilizeFile", Out.absoluteFilePath(QStringLiteral("Stabilize.dat")));
-    Type("lineEditExportVideo", ExportFile());
+    const QString name = QFileInfo(Video).completeBaseName() + QStringLiteral(".mp4");
+    return Out.absoluteFilePath(QStringLiteral("project/") + name);
+}
+
+void Walk::MakeProject()
+{
+    {
+        const AnswerModal question(QMessageBox::No);
+        const auto dialog =
+            AnswerModal::FileDialog(Out.absoluteFilePath(QStringLiteral("project")));
+        Find<QAction>("actionnew_project")->trigger();
+        Story.Step(question.WasAnswered() && dialog.WasAnswered() && QFile::exists(ProjectFile()),
+                   QStringLiteral("a new project is made by its dialogs"));
+    }
+    Story.Step(Window.windowTitle() == QStringLiteral("IDLE project.mvprj @ Molvane"),
+               QStringLiteral("the title says \"%1\"").arg(Window.windowTitle()));
+    {
+        const auto dialog = AnswerModal::FileDialog(Video);
+        QTest::mouseClick(Find<QPushButton>("pushButtonSourceVideo"), Qt::LeftButton);
+        Story.Step(dialog.WasAnswered(), QStringLiteral("the source is chosen by its dialog"));
+    }
+    CheckField("lineEditSourceVideo", Video);
+    CheckField("lineEditTrackingPathFile",
+               Out.absoluteFilePath(QStringLiteral("project/Tracking.dat")));
+    CheckField("lineEditStabilizeFile",
+               Out.absoluteFilePath(QStringLiteral("project/Stabilize.dat")));
+    CheckField("lineEditExportVideo", ExportFile());
+}
+
+void Walk::SaveProject()
+{
+    Find<QAction>("actionsave_project")->trigger();
+    Story.Step(LastAction() == QStringLiteral("Project file written!"),
+               QStringLiteral("the project is saved"));
+}
+
+void Walk::OpenRecentProject()
+{
+    const AnswerModal question(QMessageBox::No);
+    QAction* recent = nullptr;
+    for (QAction* entry : Find<QMenu>("menumain")->actions())
+    {
+        const QList<QAction*> projects =
+            entry->menu() != nullptr ? entry->menu()->actions() : QList<QAction*>();
+        for (QAction* project : projects)
+        {
+            recent = project->text() == ProjectFile() ? project : recent;
+        }
+    }
+    if (Story.Step(recent != nullptr, QStringLiteral("the recent menu has the project")))
+    {
+        recent->trigger();
+        Story.Step(question.WasAnswered(),
+                   QStringLiteral("the question about the old project is answered"));
+        CheckField("lineEditSourceVideo", Video);
+    }
 }
 
 /** Presses a job button and waits until the title says that the job has come and gone. */

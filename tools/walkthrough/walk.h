@@ -22,7 +22,9 @@ public:
      */
     Walk(const QDir& out, const QString& video, Report& report);
 
-    void TypePaths();  ///< source video, and data files and export in the output directory
+    void MakeProject();  ///< new project by its dialogs, source chosen, export beside the project
+    void SaveProject();
+    void OpenRecentProject();  ///< the project of an earlier walk, by the recent menu
     void Analyse();
     void ReadAnalysedData();
     void CalculatePath();
@@ -41,7 +43,8 @@ public:
 private:
     template <typename Widget>
     Widget* Find(const char* name);
-    void Type(const char* lineEdit, const QString& text);
+    void CheckField(const char* lineEdit, const QString& text);
+    [[nodiscard]] QString ProjectFile() const;
     bool RunJob(const char* button, const QString& titleWord);
     [[nodiscard]] QString LastAction();
 

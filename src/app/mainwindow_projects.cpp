@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+#include "app/log.h"
+#include "app/mainwindow.h"
+#include "app/pathnames.h"
+#include "batch/jobstate.h"
+#include "batch/logrecord.h"
+#include "batch/stabilizerhost.h"
+#include "project/filedialogs.h"
+
+#include "ui_mainwindow.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFile>
+#include <QMenu>
+#include <QMessageBox>
+
+#include <algorithm>
+
+namespace
+{
+const char* const VideoFilter = "video files (*.avi *.mov *.mp4 *.webm *.av1)";
+
+/** The file name of @p path without its extension. */
+QString BaseNameOf(const QString& path)
+{
+    const QString name = FileNameOf(path);
+    return name.left(name.lastIndexOf(QLatin1Char('.')));
+}
+}  // namespace
+
+void MainWindow::closeEvent(QCloseEvent* e)
+{
+    if (!AskSaveProject(tr("Exit")))
+    {
+        e->ignore();
+    }
+}
+
+void MainWindow::on_actionnew_project_triggered()
+{
+    if (!AskSaveProject(tr("Create new Project")))
+    {
+        return;
+    }
+    if (!ChooseProject(Config.ProjectFile, ProjectDir, tr("New Project")))
+    {
+        ProgramLog.Add(LogError, tr("Could not create project file"));
+        return;
+    }
+    CreateProject();
+    Proj.SyncFileNames();
+}
+
+void MainWindow::on_actionopen_project_triggered()
+{
+    if (!AskSaveProject(tr("Open Project")))
+    {
+        return;
+    }
+    if (!ChooseFile(Config.ProjectFile, tr("Open Project"), tr("Project Files (*.json *.mvprj)")))
+    {
+        ProgramLog.Add(LogError, tr("Could not open project file"));
+        return;
+    }
+    ProcessUpdate(JobNone);
+    OpenProject(Config.ProjectFile);
+    Config.Save();
+    UpdateRecentMenu();
+    Proj.SyncFileNames();
+}
+
+void MainWindow::on_actionsave_project_triggered()
+{
+    CommitSettings();
+    if (QFile::exists(Config.ProjectFile))
+    {
+        Proj.Save(Config.ProjectFile);
+        Config.Save();
+        return;
+    }
+    ProgramLog.Add(LogError, tr("Could not save project file"));
+    on_actionsave_project_as_triggered();
+}
+
+void MainWindow::on_actionsave_project_as_triggered()
+{
+    CommitSettings();
+    if (!AskSaveProject(tr("Save as new Project")))
+    {
+        return;
+    }
+    if (!ChooseProject(Config.ProjectFile, ProjectDir, tr("Save as Project")))
+    {
+        ProgramLog.Add(LogError, tr("Could not create project file"));
+        return;
+    }
+    MoveFilesToProject();
+    ProjectToAllForms();
+    Proj.Save(Config.ProjectFile);
+    Config.Save();
+    // Deliberate: the block still holds the old paths; the next commit brings it up to date.
+    ProgramHost.SetFileNames(Proj.FileNames);
+    ProcessUpdate(JobNone);
+    UpdateRecentMenu();
+}
+
+void MainWindow::OpenRecent()
+{
+    const auto* action = qobject_cast<QAction*>(sender());
+    if (action == nullptr || !AskSaveProject(tr("Open Project")))
+    {
+        return;
+    }
+    Config.ProjectFile = action->text();
+    OpenProject(Config.ProjectFile);
+}
+
+void MainWindow::UpdateRecentMenu()
+{
+    for (const QString& path : qAsConst(Config.RecentList))
+    {
+        const QList<QAction*> actions = RecentMenu->actions();
+        const bool isThere =
+            std::any_of(actions.begin(), actions.end(),
+                        [&path](const QAction* action) { return action->text() == path; });
+        if (!isThere)
+        {
+            auto* action = new QAction(path, RecentMenu);
+            connect(action, &QAction::triggered, this, &MainWindow::OpenRecent);
+            RecentMenu->addAction(action);
+        }
+    }
+}
+
+bool MainWindow::AskSaveProject(QString question)
+{
+    const QMessageBox::StandardButton answer = QMessageBox::question(
+        this, question, tr("Save current project or cancel?"),
+        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel);
+    if (answer == QMessageBox::Yes)
+    {
+        CommitSettings();
+        Proj.Save(Config.ProjectFile);
+        Config.Save();
+    }
+    return answer == QMessageBox::Yes || answer == QMessageBox::No;
+}
+
+void MainWindow::MenuProjChangeable(bool en)
+{
+    QList<QAction*> actions{ui->actionnew_project, ui->actionopen_project,
+                            ui->actionsave_project_as, ui->actionexit};
+    actions += RecentMenu->actions();
+    for (QAction* action : qAsConst(actions))
+    {
+        action->setEnabled(en);
+    }
+}
+
+/**
+ * A project that cannot be read does not stop the steps: the old settings show under the new name.
+ */
+void MainWindow::OpenProject(const QString& path)
+{
+    ProcessUpdate(JobNone);
+    Config.ProjectFile = path;
+    static_cast<void>(Proj.Load(Config.ProjectFile, true));  // a failure has its line in the log
+    ProjectDir = DirOf(Config.ProjectFile);
+    ApplyProject();
+    ProjectToAllForms();
+    Proj.SyncFileNames();
+    Config.Save();
+}
+
+/** Writes a project with the default settings under the path that the configuration has. */
+void MainWindow::CreateProject()
+{
+    ProcessUpdate(JobNone);
+    QString noFile;
+    static_cast<void>(Proj.Load(noFile, true));  // reads nothing and cannot fail
+    MoveFilesToProject();
+    Proj.Save(Config.ProjectFile);
+    Config.Save();
+    UpdateRecentMenu();
+    ProjectToAllForms();
+}
+
+/** Puts all that the program writes into the project's directory; the source keeps its place. */
+void MainWindow::MoveFilesToProject()
+{
+    for (QString* path : {&Proj.TrackingFile, &Proj.ExportFile, &Proj.StabilizationFile})
+    {
+        *path = RebasePath(ProjectDir, *path);
+    }
+}
+
+void MainWindow::on_pushButtonSourceVideo_clicked()
+{
+    if (!ChooseFile(Proj.SourceFile, tr("Source Video File"), tr(VideoFilter)))
+    {
+        return;
+    }
+    ui->lineEditSourceVideo->setText(Proj.SourceFile);
+    Proj.SyncFileNames();
+    Proj.ExportFile = QStringLiteral("%1/%2.%3")
+                          .arg(ProjectDir, BaseNameOf(Proj.SourceFile), QStringLiteral("mp4"));
+    ui->lineEditExportVideo->setText(Proj.ExportFile);
+}
+
+void MainWindow::on_pushButtonExportVideoFile_clicked()
+{
+    if (ChooseFile(Proj.ExportFile, tr("Export Video File"), tr(VideoFilter)))
+    {
+        ui->lineEditExportVideo->setText(Proj.ExportFile);
+    }
+}
+
+void MainWindow::on_pushButtonTrackingFile_clicked()
+{
+    if (ChooseFile(Proj.TrackingFile, tr("Tracking File"), tr("Tracking File (*.dat)")))
+    {
+        ui->lineEditTrackingPathFile->setText(Proj.TrackingFile);
+    }
+}
+
+void MainWindow::on_pushButtonStabilizeFile_clicked()
+{
+    if (ChooseFile(Proj.StabilizationFile, tr("Stabilize File"), tr("Stabilize File (*.dat)")))
+    {
+        ui->lineEditStabilizeFile->setText(Proj.StabilizationFile);
+    }
+}
