@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+/** The settings files below the home directory, as a user with a text editor sees them. */
+
+[[nodiscard]] QString ConfigurationPath();
+[[nodiscard]] QString StartProjectPath();  ///< of the project that the program makes by itself
+
+/** The object in a JSON file; empty when there is none. */
+[[nodiscard]] QJsonObject ReadObject(const QString& path);
+
+/** Writes @p bytes to a file, whose directory is made. @return false on failure */
+bool WriteBytes(const QString& path, const QByteArray& bytes);
+bool WriteObject(const QString& path, const QJsonObject& object);
+
+/** All bytes of a file; empty when there is none. */
+[[nodiscard]] QByteArray ReadBytes(const QString& path);
+
+/** A project file with what the command line asks of one, and a source of its own. */
+[[nodiscard]] QJsonObject SmallProject(const QString& source);
+
+/** The strings of a list of the configuration file, as in "RecentList" and "ProjectFile". */
+[[nodiscard]] QStringList ConfigurationList(const QString& list, const QString& key);
+[[nodiscard]] QStringList RecentProjects();    ///< of the configuration file
+[[nodiscard]] QStringList QuickDirectories();  ///< of the configuration file
+
+/** Puts a configuration file into the home directory. */
+bool WriteConfiguration(const QString& projectFile, bool autoLoad,
+                        const QStringList& recent = QStringList(),
+                        const QStringList& directories = QStringList());

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "batch/jobstate.h"
+#include "dialogs/homefiles.h"
+#include "dialogs/projectwindow.h"
+#include "userhands/answermodal.h"
+
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTest>
+
+namespace
+{
+const TestHome OuterHome;
+const QString Clip = QStringLiteral("/videos/clip.mov");
+}  // namespace
+
+/** "Open Project". A project "Trip" lies in a directory of its own. */
+class OpenProjectTest : public ProjectWindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void ShowsTheProject();
+    void EntersConfigurationAndMenu();
+    void Question();
+    void Dialog();
+    void CancelTheQuestion();
+    void YesSavesTheOldProject();
+    void NoLeavesTheOldProject();
+    void CancelTheDialog();
+    void MissingFile();
+    void NoJson();
+    void OldExtension();
+    void ItsDirectoryTakesTheExports();
+    void ForgetsTheCalculatedPath();
+    void SameProjectAgain();
+
+private:
+    [[nodiscard]] QString Trip() const { return InHome(QStringLiteral("Trip/Trip.mvprj")); }
+    void MakeTrip() { QVERIFY(WriteObject(Trip(), SmallProject(Clip))); }
+};
+
+void OpenProjectTest::ShowsTheProject()
+{
+    MakeTrip();
+    OpenProject(Trip());
+    QCOMPARE(NewLines(), QStringList{"Run      Project file opened!"});
+    QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE Trip.mvprj @ Molvane"));
+    QCOMPARE(Window->Text("lineEditSourceVideo"), Clip);
+    QCOMPARE(Window->Text("lineEditTrackingPathFile"), QStringLiteral("/data/T.dat"));
+    QCOMPARE(Window->Text("lineEditStabilizeFile"), QStringLiteral("Stabilize.dat"));  // default
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 321.0);
+    QCOMPARE(Window->Number("doubleSpinBoxZoom"), 125.0);
+}
+
+void OpenProjectTest::EntersConfigurationAndMenu()
+{
+    MakeTrip();
+    OpenProject(Trip());
+    const QStringList recent = {StartProjectPath(), Trip()};
+    QCOMPARE(ReadObject(ConfigurationPath()).value("ProjectFile").toString(), Trip());
+    QCOMPARE(RecentProjects(), recent);
+    QCOMPARE(RecentEntries(), recent);
+}
+
+void OpenProjectTest::Question()
+{
+    QString title;
+    const AnswerModal question(QMessageBox::Cancel,
+                               [&title](const QMessageBox& box) { title = box.windowTitle(); });
+    Trigger("actionopen_project");
+    QVERIFY(question.WasAnswered());
+    QCOMPARE(title, QStringLiteral("Open Project"));
+}
+
+void OpenProjectTest::Dialog()
+{
+    QString title;
+    QStringList filters;
+    QString directory;
+    QString name;
+    const AnswerModal question(QMessageBox::No);
+    const auto dialog = AnswerModal::FileDialog(
+        QString(),
+        [&](const QFileDialog& shown)
+        {
+            title = shown.windowTitle();
+            filters = shown.nameFilters();
+            directory = shown.directory().path();
+            name = shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
+        });
+    Trigger("actionopen_project");
+    QVERIFY(question.WasAnswered());
+    QVERIFY(dialog.WasAnswered());
+    QCOMPARE(title, QStringLiteral("Open Project"));
+    QCOMPARE(filters, QStringList{"Project Files (*.json *.mvprj)"});
+    QCOMPARE(directory, InHome(QStringLiteral("Molvane/Start")));
+    QCOMPARE(name, QStringLiteral("Start.mvprj"));
+}
+
+void OpenProjectTest::CancelTheQuestion()
+{
+    Window->SetNumber("spinBoxMaxTrackingPoints", 77);
+    const QByteArray before = ReadBytes(StartProjectPath());
+    Command("actionopen_project", QMessageBox::Cancel);
+    QCOMPARE(NewLines(), QStringList());
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 77.0);
+    QCOMPARE(ReadBytes(StartProjectPath()), before);
+}
+
+void OpenProjectTest::YesSavesTheOldProject()
+{
+    MakeTrip();
+    const QByteArray trip = ReadBytes(Trip());
+    Window->SetNumber("spinBoxMaxTrackingPoints", 77);
+    OpenProject(Trip(), QMessageBox::Yes);
+    QCOMPARE(ReadObject(StartProjectPath()).value("MaxTrackingPoints").toInt(), 77);
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 321.0);
+    QCOMPARE(ReadBytes(Trip()), trip);
+}
+
+void OpenProjectTest::NoLeavesTheOldProject()
+{
+    MakeTrip();
+    const QByteArray before = ReadBytes(StartProjectPath());
+    Window->SetNumber("spinBoxMaxTrackingPoints", 77);
+    OpenProject(Trip(), QMessageBox::No);
+    QCOMPARE(ReadBytes(StartProjectPath()), before);
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 321.0);
+}
+
+void OpenProjectTest::CancelTheDialog()
+{
+    Window->SetNumber("spinBoxMaxTrackingPoints", 77);
+    OpenProject(QString());
+    QCOMPARE(NewLines(), QStringList{"Error    Could not open project file"});
+    QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE Start.mvprj @ Molvane"));
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 77.0);
+    QCOMPARE(RecentEntries(), QStringList(StartProjectPath()));
+}
+
+void OpenProjectTest::MissingFile()
+{
+    MakeTrip();
+    OpenProject(Trip());
+    NewLines();
+    OpenProject(InHome(QStringLiteral("gone.mvprj")));
+    QCOMPARE(NewLines(), QStringList{"Error    Project file access error!"});
+    QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE gone.mvprj @ Molvane"));
+    QCOMPARE(Window->Text("lineEditSourceVideo"), Clip);
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 321.0);
+    QVERIFY(!QFile::exists(InHome(QStringLiteral("gone.mvprj"))));
+}
+
+void OpenProjectTest::NoJson()
+{
+    QVERIFY(WriteBytes(Trip(), "not a project"));
+    OpenProject(Trip());
+    QCOMPARE(NewLines(), QStringList{"Run      Project file opened!"});
+    QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("Source.mp4"));
+    QCOMPARE(Window->Text("lineEditExportVideo"), QStringLiteral("Export.mp4"));
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 800.0);
+}
+
+void OpenProjectTest::OldExtension()
+{
+    const QString old = InHome(QStringLiteral("Trip/Trip.json"));
+    QVERIFY(WriteObject(old, SmallProject(Clip)));
+    OpenProject(old);
+    QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE Trip.json @ Molvane"));
+    QCOMPARE(NewLines(), QStringList{"Run      Project file opened!"});
+    QVERIFY(QFile::exists(old));
+    QCOMPARE(ReadObject(Trip()), ReadObject(old));
+    const QStringList recent = {StartProjectPath(), Trip()};
+    QCOMPARE(RecentEntries(), recent);
+    QCOMPARE(ReadObject(ConfigurationPath()).value("ProjectFile").toString(), Trip());
+    (*Window)->ProcessUpdate(JobPathReady);
+    QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE Trip.mvprj @ Molvane"));
+}
+
+void OpenProjectTest::ItsDirectoryTakesTheExports()
+{
+    MakeTrip();
+    OpenProject(Trip());
+    const auto dialog = AnswerModal::FileDialog(QStringLiteral("/videos/other.mov"));
+    Window->Click("pushButtonSourceVideo");
+    QVERIFY(dialog.WasAnswered());
+    QCOMPARE(Window->Text("lineEditExportVideo"), InHome(QStringLiteral("Trip/other.mp4")));
+}
+
+void OpenProjectTest::ForgetsTheCalculatedPath()
+{
+    MakeTrip();
+    (*Window)->ProcessUpdate(JobPathReady);
+    QVERIFY(Window->IsEnabled("pushButtonExportVideo"));
+    OpenProject(Trip());
+    QVERIFY(!Window->IsEnabled("pushButtonExportVideo"));
+}
+
+void OpenProjectTest::SameProjectAgain()
+{
+    Window->SetNumber("spinBoxMaxTrackingPoints", 77);
+    OpenProject(StartProjectPath());
+    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 800.0);  // as on disk
+    QCOMPARE(RecentProjects(), QStringList(StartProjectPath()));
+}
+
+QTEST_MAIN(OpenProjectTest)
+#include "openproject_test.moc"

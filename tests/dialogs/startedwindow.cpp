@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "dialogs/startedwindow.h"
+
+#include <QAbstractSpinBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+
+namespace
+{
+template <typename Object>
+Object& Find(const MainWindow& window, const char* name)
+{
+    auto* object = window.findChild<Object*>(QString::fromLatin1(name));
+    if (object == nullptr)
+    {
+        qFatal("the window has no %s", name);
+    }
+    return *object;
+}
+}  // namespace
+
+QString StartedWindow::Text(const char* lineEdit) const
+{
+    return Find<QLineEdit>(Window, lineEdit).text();
+}
+
+double StartedWindow::Number(const char* field) const
+{
+    return Find<QAbstractSpinBox>(Window, field).property("value").toDouble();
+}
+
+QStringList StartedWindow::Log() const
+{
+    const QString text = Find<QPlainTextEdit>(Window, "plainTextEdit").toPlainText();
+    return text.isEmpty() ? QStringList() : text.split(QLatin1Char('\n'));
+}
+
+QStringList StartedWindow::Entries(const char* menu) const
+{
+    QStringList texts;
+    for (const QAction* action : Find<QMenu>(Window, menu).actions())
+    {
+        texts.append(action->isSeparator() ? QStringLiteral("-") : action->text());
+    }
+    return texts;
+}
