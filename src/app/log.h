@@ -83,7 +83,7 @@ private:
 
     // Field order is part of the design.
     Ui::Log* ui;               ///< owned; all null but between Setup and the end of the window
-    QString LogFileName;       ///< not in use
+    QString LogFileName;       ///< kept with the settings; no file is written
     QList<LogEntry*> Entries;  ///< owned, oldest first
     bool ShowInit = true;
     bool ShowRun = true;

@@ -4,9 +4,8 @@
 
 #include "ui_log.h"
 
-#include <QDate>
+#include <QDateTime>
 #include <QJsonObject>
-#include <QTime>
 
 namespace
 {
@@ -53,14 +52,13 @@ void Log::ReadSettings(const QJsonObject& obj)
 
 void Log::WriteLogFile(const QString& baseName, const QJsonObject& obj) const
 {
-    constexpr int shortest = 3;
-    if (baseName.size() < shortest)
+    constexpr int tooShort = 2;  // characters; hardly a name
+    if (baseName.size() <= tooShort)
     {
         return;
     }
-    const QString name =
-        baseName + QStringLiteral("_D_") +
-        QDate::currentDate().toString(QStringLiteral("yyyy_MM_dd")) + QStringLiteral("_T_") +
-        QTime::currentTime().toString(QStringLiteral("hh_mm_ss")) + QStringLiteral(".json");
+    const QString stamp =
+        QDateTime::currentDateTime().toString(QStringLiteral("'_D_'yyyy_MM_dd'_T_'hh_mm_ss"));
+    const QString name = baseName + stamp + QStringLiteral(".json");
     JsonWriteFile(name, obj);
 }

@@ -16,7 +16,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QMenu>
+
+#include <mutex>
 
 namespace
 {
@@ -34,7 +37,15 @@ MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
         box->setMinimum(SmallestRescale);
         box->setMaximum(LargestRescale);
     }
-    connect(ui->tabWidgetMain, &QTabWidget::tabBarClicked, this, &MainWindow::MainTabChanged);
+    connect(ui->tabWidgetMain, &QTabWidget::tabBarClicked, this,
+            [this](int index)
+            {
+                // A click beside the tabs, or with another button, leaves no tab.
+                if (index >= 0 && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+                {
+                    MainTabChanged(index);
+                }
+            });
     RecentMenu = new QMenu;
     RecentMenu->setTitle(tr("Open Recent"));
     Config.Load();
@@ -61,7 +72,9 @@ MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
 }
 
 /**
- * The project of the command line, else the last one, else a new one at the start project's place.
+ * The project of the command line, else the last one, else a new one at the start project's place,
+ * over one that may stand there: the start project is a scratch place. Deliberate: an argument that
+ * is no project is told in the words of a failed creation.
  */
 void MainWindow::OpenFirstProject(const QString& projectFile)
 {
@@ -181,6 +194,8 @@ void MainWindow::ProcessUpdate(int t)
 {
     if (t == JobNone)
     {
+        // A save under a new name comes here even while a job calculates on the worker.
+        const std::lock_guard<std::recursive_mutex> lock(EngineLock);
         for (CameraPath* path :
              {&PathHorizontal, &PathVertical, &PathRotation, &PathRotationDegrees})
         {

@@ -37,7 +37,7 @@ public:
 
     // The order of the slots is part of the design.
 public slots:
-    void closeEvent(QCloseEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;  ///< asks first; a running job is not asked about
     void on_actionnew_project_triggered();
     void on_actionopen_project_triggered();
     void on_actionsave_project_triggered();
@@ -80,6 +80,7 @@ public slots:
 
     /**
      * Asks whether to save the project before it is replaced, each time: there is no modified flag.
+     * Yes commits the form and saves project and configuration.
      * @param question  title of the message box
      * @return          false when the user cancels
      */
@@ -94,7 +95,7 @@ private:
     void OpenFirstProject(const QString& projectFile);
     void OpenProject(const QString& path);
     void CreateProject();
-    void MoveFilesToProject();
+    void RebaseFileNames();
 
     // Field order is part of the design.
     QString ProjectDir;          ///< directory of the current project, without a trailing slash

@@ -19,7 +19,8 @@
 
 namespace
 {
-const char* const VideoFilter = "video files (*.avi *.mov *.mp4 *.webm *.av1)";
+const char* const VideoFilter =
+    QT_TRANSLATE_NOOP("MainWindow", "video files (*.avi *.mov *.mp4 *.webm *.av1)");
 
 /** The file name of @p path without its extension. */
 QString BaseNameOf(const QString& path)
@@ -95,7 +96,7 @@ void MainWindow::on_actionsave_project_as_triggered()
         ProgramLog.Add(LogError, tr("Could not create project file"));
         return;
     }
-    MoveFilesToProject();
+    RebaseFileNames();
     ProjectToAllForms();
     Proj.Save(Config.ProjectFile);
     Config.Save();
@@ -126,6 +127,7 @@ void MainWindow::UpdateRecentMenu()
                         [&path](const QAction* action) { return action->text() == path; });
         if (!isThere)
         {
+            // The text must be the path itself, so that a "&" in it shows as a mnemonic.
             auto* action = new QAction(path, RecentMenu);
             connect(action, &QAction::triggered, this, &MainWindow::OpenRecent);
             RecentMenu->addAction(action);
@@ -158,9 +160,7 @@ void MainWindow::MenuProjChangeable(bool en)
     }
 }
 
-/**
- * A project that cannot be read does not stop the steps: the old settings show under the new name.
- */
+/** A file that is gone does not stop the steps: the old settings show under the new name. */
 void MainWindow::OpenProject(const QString& path)
 {
     ProcessUpdate(JobNone);
@@ -173,21 +173,24 @@ void MainWindow::OpenProject(const QString& path)
     Config.Save();
 }
 
-/** Writes a project with the default settings under the path that the configuration has. */
+/**
+ * Writes a project with the default settings under the path that the configuration has; ProjectDir
+ * is its directory. The line about the source video comes with every new project.
+ */
 void MainWindow::CreateProject()
 {
     ProcessUpdate(JobNone);
     QString noFile;
     static_cast<void>(Proj.Load(noFile, true));  // reads nothing and cannot fail
-    MoveFilesToProject();
+    RebaseFileNames();
     Proj.Save(Config.ProjectFile);
     Config.Save();
     UpdateRecentMenu();
     ProjectToAllForms();
 }
 
-/** Puts all that the program writes into the project's directory; the source keeps its place. */
-void MainWindow::MoveFilesToProject()
+/** Names of what the program writes, in the project's directory; the source keeps its place. */
+void MainWindow::RebaseFileNames()
 {
     for (QString* path : {&Proj.TrackingFile, &Proj.ExportFile, &Proj.StabilizationFile})
     {

@@ -8,7 +8,7 @@
 
 #include "ui_mainwindow.h"
 
-#include <QGuiApplication>
+#include <mutex>
 
 namespace
 {
@@ -67,8 +67,13 @@ void MainWindow::ProjectToAllForms()
     ProjectToForm();
 }
 
+/**
+ * Under the engine lock: "Save Project" stays possible during a job, and a calculation on the
+ * worker may be reading what is bound anew here.
+ */
 void MainWindow::ApplyProject()
 {
+    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
     AxisFilterSettings* vertical = Proj.UseFlowVSettings ? &Proj.FlowV : &Proj.FlowH;
     AxisFilterSettings* rotation = Proj.UseFlowRotSettings ? &Proj.FlowAngle : &Proj.FlowH;
     PathHorizontal.Configure(&Proj, &Proj.FlowH, Proj.ExportSettings.ExpOffH);
@@ -87,11 +92,6 @@ void MainWindow::CommitSettings()
 
 void MainWindow::MainTabChanged(int index)
 {
-    const Qt::MouseButtons pressed = QGuiApplication::mouseButtons();
-    if (index < 0 || (pressed != Qt::NoButton && !pressed.testFlag(Qt::LeftButton)))
-    {
-        return;  // a click beside the tabs, or with another button, leaves none
-    }
     if (CurrentTab == SettingsTab)
     {
         FormToProject();

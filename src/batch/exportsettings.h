@@ -20,7 +20,8 @@ struct ExportSettings
     std::int32_t ExpOffV = 0;     ///< shift of the crop downward, source pixels
 };
 
-/** Angles, in degrees, that turn the export: those beyond a full turn and those nobody sees do not.
+/**
+ * Angles, in degrees, that turn the export: those beyond a full turn and those nobody sees do not.
  */
 [[nodiscard]] constexpr bool IsRotation(double angle)
 {

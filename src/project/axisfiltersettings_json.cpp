@@ -111,8 +111,8 @@ void AxisFilterSettings::ReadJson(const QJsonObject& obj, int avgPathImages, int
     IgnoreStartFramesMargin = JsonGetInt(obj, QStringLiteral("IgnoreStartFramesMargin"), 5);
     StartValue = JsonGetDouble(obj, QStringLiteral("StartValue"), 0.0);
     EndValue = JsonGetDouble(obj, QStringLiteral("EndValue"), 0.0);
-    ManualPath = ReadManualPath(obj);
     IgnoreSections = ReadIgnoreSections(obj);
+    ManualPath = ReadManualPath(obj);
 }
 
 void AxisFilterSettings::WriteJson(QJsonObject& obj) const

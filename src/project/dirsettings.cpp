@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "project/dirsettings.h"
 
+#include "app/pathnames.h"
 #include "project/configuration.h"
 #include "project/filedialogs.h"
 #include "project/project.h"
@@ -18,12 +19,12 @@ const QString ProjectFilesWord = QStringLiteral("#ProjectFilesDir");
 const QString SourceVideoWord = QStringLiteral("#SrcVideoFileDir");
 const QString ExportVideoWord = QStringLiteral("#ExportVideoFileDir");
 
-/** The directory of a path that may have backslashes. */
-QString DirectoryOf(QString path)
+/** DirOf for a path that may have backslashes. */
+QString DirOfAnySlashes(QString path)
 {
     path.replace(QLatin1String("\\\\"), QLatin1String("/"));
     path.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    return path.left(qMax(path.lastIndexOf(QLatin1Char('/')), 0));
+    return DirOf(path);
 }
 
 QString Separator()
@@ -125,12 +126,12 @@ void DirSettings::ClearEmpty()
 }
 
 template <typename Condition>
-void DirSettings::RemoveItems(Condition isToGo)
+void DirSettings::RemoveItems(Condition shouldRemove)
 {
     ContextItem = nullptr;
     for (int i = ui->treeWidget->topLevelItemCount() - 1; i >= 0; --i)
     {
-        if (isToGo(ui->treeWidget->topLevelItem(i)->text(0)))
+        if (shouldRemove(ui->treeWidget->topLevelItem(i)->text(0)))
         {
             delete ui->treeWidget->takeTopLevelItem(i);
         }
@@ -140,20 +141,21 @@ void DirSettings::RemoveItems(Condition isToGo)
 void DirSettings::DoNothing() {}
 
 /** Of the three words only the first that stands in the entry is replaced. */
-QString DirSettings::WithoutWords(QString entry) const
+QString DirSettings::ReplaceWord(QString entry) const
 {
     if (entry.contains(ProjectFilesWord))
     {
         // Deliberate: one level above the directory of the project.
-        return entry.replace(ProjectFilesWord, DirectoryOf(DirectoryOf(Config->ProjectFile)));
+        return entry.replace(ProjectFilesWord,
+                             DirOfAnySlashes(DirOfAnySlashes(Config->ProjectFile)));
     }
     if (entry.contains(SourceVideoWord))
     {
-        return entry.replace(SourceVideoWord, DirectoryOf(Proj->SourceFile));
+        return entry.replace(SourceVideoWord, DirOfAnySlashes(Proj->SourceFile));
     }
     if (entry.contains(ExportVideoWord))
     {
-        return entry.replace(ExportVideoWord, DirectoryOf(Proj->ExportFile));
+        return entry.replace(ExportVideoWord, DirOfAnySlashes(Proj->ExportFile));
     }
     return entry;
 }
@@ -169,7 +171,7 @@ void DirSettings::accept()
     {
         const QString entry = ui->treeWidget->topLevelItem(i)->text(0);
         Config->DirList.append(entry);
-        sidebar.append(QUrl::fromLocalFile(WithoutWords(entry)));
+        sidebar.append(QUrl::fromLocalFile(ReplaceWord(entry)));
     }
     Config->Save();
     hide();

@@ -16,7 +16,8 @@ class DirSettings;
 /**
  * The dialog of the quick access directories, which stand in the sidebar of every file dialog. An
  * entry is a path or holds a word that stands for a directory of the current project; accept
- * replaces the words and fills the sidebar. Not modal. User interface thread only.
+ * replaces the words and fills the sidebar, which keeps those directories until the next accept.
+ * Not modal. User interface thread only.
  */
 class DirSettings : public QDialog
 {
@@ -29,7 +30,10 @@ public:
     DirSettings(const DirSettings&) = delete;
     DirSettings& operator=(const DirSettings&) = delete;
 
-    /** Shows the directories of the configuration, or the default ones when it has none. */
+    /**
+     * Shows the directories of the configuration, which cannot be edited in place, or the default
+     * ones when it has none.
+     */
     void FillTree();
 
     /** FillTree, then shows the dialog. */
@@ -57,9 +61,9 @@ public slots:
 
 private:
     void AddItem(const QString& text);
-    [[nodiscard]] QString WithoutWords(QString entry) const;
+    [[nodiscard]] QString ReplaceWord(QString entry) const;
     template <typename Condition>
-    void RemoveItems(Condition isToGo);
+    void RemoveItems(Condition shouldRemove);
 
     // Field order is part of the design.
     Ui::DirSettings* ui;                     ///< owned

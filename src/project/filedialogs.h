@@ -12,7 +12,8 @@ class QFileDialog;
  * dialog block the user interface thread until it is closed; a job of the worker goes on meanwhile.
  */
 
-/** What the sidebar of every file dialog shows, with all words replaced; DirSettings fills it. */
+/** What the sidebar of every file dialog shows, with all words replaced; DirSettings fills it.
+ * Others ask GetSidebarUrls. */
 extern QList<QUrl> SidebarUrls;
 
 [[nodiscard]] QList<QUrl>& GetSidebarUrls();
@@ -38,7 +39,9 @@ void SetupDirDialog(QFileDialog& dialog, const QString& directory, const QString
 
 /**
  * Lets the user name a project's directory, or a project file inside its own directory. Makes the
- * directory if needed, and in it an empty file of its name with the extension ".mvprj".
+ * directory if needed, one level only, and in it an empty file of its name with the extension
+ * ".mvprj"; a file that is there is emptied. A name with an extension, in a directory of another
+ * name, becomes a directory of that whole name.
  * @param file       in and out: the project file
  * @param directory  in and out: its directory, without a trailing slash
  * @return           false when the user cancels or the file cannot be made; both are untouched then

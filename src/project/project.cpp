@@ -7,6 +7,7 @@
 #include "project/jsonaccess.h"
 #include "stabilizer/camerapath.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <algorithm>
@@ -73,27 +74,39 @@ void WriteExport(const ExportSettings& settings, QJsonObject& root)
     root.insert(QStringLiteral("ExpOffV"), settings.ExpOffV);
     root.insert(QStringLiteral("ExpAngle"), settings.ExpAngle);
 }
-}  // namespace
 
-bool Project::Load(QString& file, bool reportErrors)
+/**
+ * Reads the file into @p root; an old ".json" name is changed, and the content written there.
+ * @return false when the file is missing and errors are reported
+ */
+bool ReadRoot(QString& file, bool reportErrors, QJsonObject& root)
 {
-    QJsonObject root;
-    if (!file.isEmpty())
+    const bool isThere = QFile::exists(file);
+    if (!file.isEmpty() && !isThere && reportErrors)
     {
-        if (QFile::exists(file))
-        {
-            JsonReadFile(file, root, nullptr);
-        }
-        else if (reportErrors)
-        {
-            ProgramLog.Add(LogError, QStringLiteral("Project file access error!"));
-            return false;
-        }
+        ProgramLog.Add(LogError,
+                       QCoreApplication::translate("Project", "Project file access error!"));
+        return false;
+    }
+    if (!file.isEmpty() && isThere)
+    {
+        JsonReadFile(file, root, nullptr);
     }
     if (file.contains(QLatin1String(".json")))
     {
         file.replace(QLatin1String(".json"), QLatin1String(".mvprj"));
         JsonWriteFile(file, root);
+    }
+    return true;
+}
+}  // namespace
+
+bool Project::Load(QString& file, bool reportErrors)
+{
+    QJsonObject root;
+    if (!ReadRoot(file, reportErrors, root))
+    {
+        return false;
     }
     // Deliberate: this mends the old name; the one that is read next keeps its doubled slashes.
     SourceFile.replace(QLatin1String("//"), QLatin1String("/"));
@@ -102,7 +115,8 @@ bool Project::Load(QString& file, bool reportErrors)
     {
         // Deliberate: asked of the project file, so that a moved-over project that could not be
         // written shows.
-        ProgramLog.Add(LogError, QStringLiteral("Source video file access error!"));
+        ProgramLog.Add(LogError,
+                       QCoreApplication::translate("Project", "Source video file access error!"));
     }
     ExportFile = ReadPath(root, QStringLiteral("ExportFile"), QStringLiteral("Export.mp4"));
     TrackingFile = ReadPath(root, QStringLiteral("TrackingFile"), QStringLiteral("Tracking.dat"));
@@ -111,20 +125,24 @@ bool Project::Load(QString& file, bool reportErrors)
     StabilizeType = JsonGetInt(root, QStringLiteral("StabilizeType"), 1);
     TrackingParameters.MaxTrackingPoints =
         JsonGetInt(root, QStringLiteral("MaxTrackingPoints"), 800);
-    {
-        const std::lock_guard<std::recursive_mutex> lock(EngineLock);
-        GlobalIgnoreSections = ReadIgnoreSections(root);
-        EnGlobalIgnoreList = JsonGetBool(root, QStringLiteral("EnGlobalIgnoreList"), true);
-        UseFlowVSettings = JsonGetBool(root, QStringLiteral("UseFlowVSettings"), true);
-        UseFlowRotSettings = JsonGetBool(root, QStringLiteral("UseFlowRotSettings"), true);
-        ReadAxis(root, QStringLiteral("FlowH"), 12, FlowH);
-        ReadAxis(root, QStringLiteral("FlowV"), 12, FlowV);
-        ReadAxis(root, QStringLiteral("FlowAngle"), 5, FlowAngle);
-    }
+    ReadPathSettings(root);
     ReadExport(root, ExportSettings);
-    ProgramLog.Add(LogRun, QStringLiteral("Project file opened!"));
+    ProgramLog.Add(LogRun, QCoreApplication::translate("Project", "Project file opened!"));
     SyncFileNames();
     return true;
+}
+
+/** What the camera paths read: under the engine lock, as a calculation may be running. */
+void Project::ReadPathSettings(const QJsonObject& root)
+{
+    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
+    GlobalIgnoreSections = ReadIgnoreSections(root);
+    EnGlobalIgnoreList = JsonGetBool(root, QStringLiteral("EnGlobalIgnoreList"), true);
+    UseFlowVSettings = JsonGetBool(root, QStringLiteral("UseFlowVSettings"), true);
+    UseFlowRotSettings = JsonGetBool(root, QStringLiteral("UseFlowRotSettings"), true);
+    ReadAxis(root, QStringLiteral("FlowH"), 12, FlowH);
+    ReadAxis(root, QStringLiteral("FlowV"), 12, FlowV);
+    ReadAxis(root, QStringLiteral("FlowAngle"), 5, FlowAngle);
 }
 
 void Project::Save(const QString& file) const
@@ -145,7 +163,7 @@ void Project::Save(const QString& file) const
     root.insert(QStringLiteral("FlowAngle"), WriteAxis(FlowAngle));
     WriteExport(ExportSettings, root);
     JsonWriteFile(file, root);
-    ProgramLog.Add(LogRun, QStringLiteral("Project file written!"));
+    ProgramLog.Add(LogRun, QCoreApplication::translate("Project", "Project file written!"));
 }
 
 bool Project::CheckFile(const QString& file)

@@ -12,10 +12,13 @@
 #include <cstdint>
 #include <vector>
 
+class QJsonObject;
+
 /**
  * Everything the user settles for one video. The main window owns the one project and changes it
  * on the user interface thread. The worker reads TrackingParameters and ExportSettings through its
- * pointer when a phase of a job begins; a change that is committed in between, as between analysis
+ * pointer when a phase of a job begins, and through the camera paths the axis settings and ignore
+ * lists when it calculates; a change that is committed in between, as between analysis
  * and export, counts for the next phase. The paths it gets as a copy at the start of the job.
  */
 struct Project
@@ -44,13 +47,19 @@ struct Project
      * Reads a project file. Keys that are missing or of another type give their defaults; an empty
      * name, or a file that is no JSON, gives the defaults of all fields. A name with ".json" in it
      * is changed to ".mvprj", also in @p file, and the content is written there.
-     * @param reportErrors  log what is missing
+     * The source keeps doubled slashes, the other paths lose them. FileNames follow; what the
+     * camera paths read is replaced under the engine lock.
+     * @param reportErrors  log what is missing; without it a missing file gives the defaults. With
+     * an empty name the line about the source video comes each time.
      * @return              false when the file is missing and errors are reported; nothing has
      * changed then
      */
     bool Load(QString& file, bool reportErrors);
 
-    /** Writes a project file. A file that cannot be written is left without a word. */
+    /**
+     * Writes a project file. Deliberate: the log says "Project file written!" also when the file
+     * could not be written.
+     */
     void Save(const QString& file) const;
 
     /**
@@ -66,4 +75,7 @@ struct Project
      * which a file system of UTF-8 names does not know.
      */
     void SyncFileNames();
+
+private:
+    void ReadPathSettings(const QJsonObject& root);
 };

@@ -32,8 +32,8 @@ public:
 
     /**
      * Binds the object to the settings of its axis and derives the filter stages from the filter
-     * type. Called while no job runs. A filter type outside 1 to 5 sets the blend ramp alone and
-     * keeps the stages as they are.
+     * type. The caller keeps a calculation from running meanwhile. A filter type outside 1 to 5
+     * sets the blend ramp alone and keeps the stages as they are.
      * @param project   not owned, outlives the object's use
      * @param settings  not owned, a record of @p project
      * @param offset    export offset of the axis, pixels or whole degrees

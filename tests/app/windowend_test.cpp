@@ -212,8 +212,8 @@ void WindowEndTest::DuringAnalysisOfGenerateAll()
 void WindowEndTest::BetweenAnalysisAndExport()
 {
     // The worker is in no job that could be aborted and is about to begin the next one.
-    HeldEngine engine;
     Window->Click("pushButtonGenerateAll");
+    HeldEngine engine;  // the commit of the click has had the lock; the analysis takes a while
     const bool isBetween = WaitForAction("Generate Smoothing Path");
     LogLines lines;
     engine.MayGo = true;
