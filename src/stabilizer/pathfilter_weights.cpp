@@ -129,11 +129,11 @@ void CalculateWeights(PathFilterStage& stage, std::int32_t ignoreStart, std::int
     {
         return;
     }
-    std::vector<MarginChange> changes = ListChanges(stage.Margin);
-    const std::vector<MarginChange> kept =
-        changes.size() > 1
-            ? ChooseChanges(std::move(changes), ignoreStart, std::int64_t{3} * blendFrames)
-            : std::move(changes);
+    std::vector<MarginChange> kept = ListChanges(stage.Margin);
+    if (kept.size() > 1)
+    {
+        kept = ChooseChanges(std::move(kept), ignoreStart, std::int64_t{3} * blendFrames);
+    }
     stage.Weight.resize(stage.Margin.size());
     if (kept.size() == 1)
     {

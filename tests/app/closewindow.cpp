@@ -19,10 +19,10 @@ class CloseWindow : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "closewindow.json")
 
 public:
-    QObject* create(const QString& name, const QString& specification) override
+    QObject* create(const QString& name, const QString& options) override
     {
         Q_UNUSED(name)
-        Q_UNUSED(specification)
+        Q_UNUSED(options)
         auto* clock = new QTimer;  // the application deletes what a plug-in gives it
         connect(clock, &QTimer::timeout, clock, [clock] { CloseWhenShown(*clock); });
         clock->start(First);
