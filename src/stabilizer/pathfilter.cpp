@@ -228,7 +228,6 @@ void FilterPath(PathFilterStage& stage, const QVector<double>& input,
     constexpr std::uint64_t stackCells = (1U << 20U) / sizeof(double);
     const std::unique_ptr<double[]> onHeap =
         cells > stackCells ? std::make_unique<double[]>(cells) : nullptr;
-    // cppcheck-suppress allocaCalled
     double* tables =
         onHeap ? onHeap.get() : static_cast<double*>(alloca((cells + 1) * sizeof(double)));
     std::fill_n(tables, cells, 0.0);
