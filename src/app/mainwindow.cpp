@@ -40,8 +40,10 @@ MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
     connect(ui->tabWidgetMain, &QTabWidget::tabBarClicked, this,
             [this](int index)
             {
-                // A click beside the tabs, or with another button, leaves no tab.
-                if (index >= 0 && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+                // A click beside the tabs, or with another button than the left, leaves no tab.
+                const Qt::MouseButtons pressed = QGuiApplication::mouseButtons();
+                const bool isOther = pressed != Qt::NoButton && !pressed.testFlag(Qt::LeftButton);
+                if (index >= 0 && !isOther)
                 {
                     MainTabChanged(index);
                 }

@@ -82,6 +82,7 @@ void LogProgress(int frame, int frameCount)
         "Frame: " + std::to_string(frame) + "/" + std::to_string(frameCount) + " exported!";
     ProgramHost.Log(LogDebug, line.c_str());
 }
+
 /**
  * Moves, finishes and writes all frames. @p source holds the first one on entry.
  * @return ResultOk, ResultDamaged when a frame cannot be read, ResultAborted

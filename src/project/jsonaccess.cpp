@@ -7,8 +7,8 @@
 namespace
 {
 /**
- * Tells that a default was taken. Deliberate: the trace has no sink, settings are read without a
- * word.
+ * Tells that a default was taken, or what a parser found. Deliberate: the trace has no sink,
+ * settings are read without a word.
  */
 void Trace(const QString& text)
 {

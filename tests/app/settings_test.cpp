@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QDir>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 
@@ -54,6 +55,8 @@ private slots:
     void ReturningShowsTheSameTexts();
     void ClickOnTheCurrentTabStoresAndLoads();
     void OtherTabsDoNotStoreTheForm();
+    void OnlyTheLeftButtonChangesTheTab();
+    void ClickSignalWithoutAMouseCounts();
     void PlayerTabKeepsTheTabNoted();
     void EnteringAnotherTabDoesNotLoad();
     void CommitOnEveryTab_data();
@@ -356,6 +359,24 @@ void SettingsTest::ClickOnTheCurrentTabStoresAndLoads()
     QCOMPARE(Window->Number("spinBoxExpOffsetV"), 8.0);  // stored first, so loading changes nothing
     QCOMPARE(warpType->currentIndex(), 1);
     QVERIFY(!warpType->isEnabled());
+}
+
+void SettingsTest::OnlyTheLeftButtonChangesTheTab()
+{
+    auto* bar = Window->Find<QTabWidget>("tabWidgetMain")->tabBar();
+    QTest::mouseClick(bar, Qt::RightButton, Qt::NoModifier, bar->tabRect(HorizontalTab).center());
+    QCOMPARE(bar->currentIndex(), SettingsTab);
+    Window->SetNumber("spinBoxExpOffsetH", 5);
+    Window->ClickTab(HorizontalTab);  // the settings are still the tab that is left
+    QCOMPARE(Exported().ExpOffH, 5);
+}
+
+void SettingsTest::ClickSignalWithoutAMouseCounts()
+{
+    auto* tabs = Window->Find<QTabWidget>("tabWidgetMain");
+    Window->SetNumber("spinBoxExpOffsetV", 6);
+    emit tabs->tabBarClicked(HorizontalTab);
+    QCOMPARE(Exported().ExpOffV, 6);
 }
 
 void SettingsTest::OtherTabsDoNotStoreTheForm()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "batch/batchsetup.h"
+#include "batch/files.h"
 #include "stabilizer/posrotstabilizer.h"
 #include "support/doublelists.h"
 #include "support/messageguard.h"
@@ -239,10 +240,19 @@ void AnalyseMotionTest::FilesReadBack()
 void AnalyseMotionTest::OneFrameCannotBeReadBack()
 {
     BatchSetup setup;
-    QVERIFY(TestVideo::WriteNumberedClip(setup.Path("source.avi"), {64, 64, 1, 25.0}));
+    // A picture full of corners, so that a detection would leave points.
+    const std::vector<FrameMotion> still(1);
+    QCOMPARE(TestVideo::WriteStreetClip(setup.Path("source.avi"), Street, still).size(),
+             still.size());
     PosRotStabilizer writer;
     setup.GivePaths(writer);
     QCOMPARE(writer.AnalyseJob(setup.Proj.TrackingParameters), 0);
+    QCOMPARE(writer.MotionCount, std::uint64_t{0});
+    QCOMPARE(writer.TrackingPoints, std::vector<std::vector<cv::Point2f>>(1));
+    // One frame without points, one sample of no motion: a count and what follows it.
+    const QByteArray one("\x01\0\0\0", 4);
+    QCOMPARE(ReadBytes(setup.Path("Tracking.dat")), one + QByteArray(4, '\0'));
+    QCOMPARE(ReadBytes(setup.Path("Stabilize.dat")), one + QByteArray(24, '\0'));
     setup.Lines.Take();
     PosRotStabilizer reader;
     setup.GivePaths(reader);

@@ -144,10 +144,7 @@ void StabilizationFileTest::CannotBeWritten()
 
 void StabilizationFileTest::FullDisk()
 {
-    if (!QFile::exists("/dev/full"))
-    {
-        QSKIP("The system has no device that is always full");
-    }
+    QVERIFY2(QFile::exists("/dev/full"), "the device that is always full is part of every Linux");
     BatchSetup setup;
     PosRotStabilizer stabilizer;
     setup.GivePaths(stabilizer);
