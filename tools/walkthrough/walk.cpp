@@ -98,8 +98,11 @@ void Walk::MakeProject()
 {
     {
         const AnswerModal question(QMessageBox::No);
+        // The dialog would enter a directory that is there: take the project of an earlier walk by
+        // its file.
+        const QString directory = Out.absoluteFilePath(QStringLiteral("project"));
         const auto dialog =
-            AnswerModal::FileDialog(Out.absoluteFilePath(QStringLiteral("project")));
+            AnswerModal::FileDialog(QFile::exists(directory) ? ProjectFile() : directory);
         Find<QAction>("actionnew_project")->trigger();
         Story.Step(question.WasAnswered() && dialog.WasAnswered() && QFile::exists(ProjectFile()),
                    QStringLiteral("a new project is made by its dialogs"));
