@@ -22,7 +22,8 @@ ROWS = [
     ["stabilizer/posrotstabilizer", "batch/opcvthread", "batch/stabilizerhost", "project/project",
      "project/configuration", "project/filedialogs"],
     # widgets
-    ["project/dirsettings"],
+    ["project/dirsettings", "graphs/plotcurve", "graphs/gridandpos", "graphs/timescaledraw", "graphs/simpleplot",
+     "graphs/flowplot", "graphs/ignorelist", "graphs/graphwindow"],
     # window
     ["app/mainwindow"],
 ]

@@ -28,7 +28,13 @@ constexpr int LargestRescale = 20000;  ///< pixels
 }  // namespace
 
 MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
-    : QMainWindow(parent), RecentMenu(nullptr), QuickDirs(nullptr), ui(new Ui::MainWindow)
+    : QMainWindow(parent),
+      GraphH(&Proj, &PathHorizontal, tr("right <- Horizontal pixel movement -> left"), &Proj.FlowH),
+      GraphV(&Proj, &PathVertical, tr("down <- Vertical pixel movement -> up"), &Proj.FlowV),
+      GraphAngle(&Proj, &PathRotationDegrees, tr("Rotation in 360°"), &Proj.FlowAngle),
+      RecentMenu(nullptr),
+      QuickDirs(nullptr),
+      ui(new Ui::MainWindow)
 {
     ui->setupUi(this);
     ProgramLog.Setup(ui->groupBoxLog);  // log lines show from here on
@@ -48,6 +54,14 @@ MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
                     MainTabChanged(index);
                 }
             });
+    for (GraphWindow* graph : {&GraphH, &GraphV, &GraphAngle})
+    {
+        connect(graph, &GraphWindow::CalculateCameraPath, this,
+                &MainWindow::on_pushButtonCalculateTrack_clicked);
+    }
+    ui->scrollAreaXAxis->setWidget(&GraphH);
+    ui->scrollAreaYAxis->setWidget(&GraphV);
+    ui->scrollAreaAngle->setWidget(&GraphAngle);
     RecentMenu = new QMenu;
     RecentMenu->setTitle(tr("Open Recent"));
     Config.Load();
@@ -219,6 +233,10 @@ void MainWindow::ProcessUpdate(int t)
     ui->pushButtonCalculateTrack->setEnabled(hasPath);
     ui->pushButtonExportVideo->setEnabled(hasPath);
     MenuProjChangeable(isIdle);
+    for (GraphWindow* graph : {&GraphH, &GraphV, &GraphAngle})
+    {
+        graph->PlotUpdate();
+    }
 
     const QString busyWord = t == JobExport ? tr("EXPORTING") : tr("BUSY");
     const QString word = isIdle ? tr("IDLE") : busyWord;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "graphs/graphwindow.h"
 #include "project/configuration.h"
 #include "project/project.h"
 
@@ -90,10 +91,12 @@ private:
     void FormToProject();
     void ProjectToForm();
     void ProjectToAllForms();
+    [[nodiscard]] GraphWindow* GraphOfTab(int index);
     void CommitSettings();
     void ApplyProject();
     void OpenFirstProject(const QString& projectFile);
     void OpenProject(const QString& path);
+    void PlotAllGraphs();
     void CreateProject();
     void RebaseFileNames();
 
@@ -101,6 +104,9 @@ private:
     QString ProjectDir;          ///< directory of the current project, without a trailing slash
     GlobalConfiguration Config;  ///< Config.ProjectFile is the path of the current project
     Project Proj;
+    GraphWindow GraphH;
+    GraphWindow GraphV;
+    GraphWindow GraphAngle;
     std::int32_t CurrentTab = 0;  ///< tab whose settings its widgets hold
     QMenu* RecentMenu;            ///< "Open Recent"; without a parent, lives until the process ends
     DirSettings* QuickDirs;       ///< child of this window

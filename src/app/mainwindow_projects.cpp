@@ -168,9 +168,18 @@ void MainWindow::OpenProject(const QString& path)
     static_cast<void>(Proj.Load(Config.ProjectFile, true));  // a failure has its line in the log
     ProjectDir = DirOf(Config.ProjectFile);
     ApplyProject();
+    PlotAllGraphs();
     ProjectToAllForms();
     Proj.SyncFileNames();
     Config.Save();
+}
+
+/** With their settings, which they take from the project. */
+void MainWindow::PlotAllGraphs()
+{
+    GraphH.LoadAndPlot();
+    GraphV.LoadAndPlot();
+    GraphAngle.LoadAndPlot();
 }
 
 /**
@@ -186,6 +195,7 @@ void MainWindow::CreateProject()
     Proj.Save(Config.ProjectFile);
     Config.Save();
     UpdateRecentMenu();
+    PlotAllGraphs();
     ProjectToAllForms();
 }
 

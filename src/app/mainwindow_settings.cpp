@@ -13,6 +13,9 @@
 namespace
 {
 constexpr int SettingsTab = 0;
+constexpr int HorizontalTab = 1;
+constexpr int VerticalTab = 2;
+constexpr int RotationTab = 3;
 constexpr int PlayerTab = 4;
 constexpr int WarpTypeItem = 1;  ///< "Position & Rotate"
 constexpr double Percent = 100.0;
@@ -64,6 +67,9 @@ void MainWindow::ProjectToForm()
 
 void MainWindow::ProjectToAllForms()
 {
+    GraphH.LoadSettings();
+    GraphV.LoadSettings();
+    GraphAngle.LoadSettings();
     ProjectToForm();
 }
 
@@ -84,9 +90,37 @@ void MainWindow::ApplyProject()
     PathRotationDegrees.Configure(&Proj, rotation, angle);
 }
 
+/** The graph of a tab, or null for the others. */
+GraphWindow* MainWindow::GraphOfTab(int index)
+{
+    switch (index)
+    {
+        case HorizontalTab:
+            return &GraphH;
+        case VerticalTab:
+            return &GraphV;
+        case RotationTab:
+            return &GraphAngle;
+        default:
+            return nullptr;
+    }
+}
+
+/** Of settings that stand on two tabs, those of the tab on show count: it is stored last. */
 void MainWindow::CommitSettings()
 {
-    FormToProject();
+    if (GraphWindow* graph = GraphOfTab(ui->tabWidgetMain->currentIndex()))
+    {
+        FormToProject();
+        graph->SaveSettings();
+    }
+    else
+    {
+        GraphH.SaveSettings();
+        GraphV.SaveSettings();
+        GraphAngle.SaveSettings();
+        FormToProject();
+    }
     ApplyProject();
 }
 
@@ -96,9 +130,17 @@ void MainWindow::MainTabChanged(int index)
     {
         FormToProject();
     }
+    else if (GraphWindow* left = GraphOfTab(CurrentTab))
+    {
+        left->SaveSettings();
+    }
     if (index == SettingsTab)
     {
         ProjectToForm();
+    }
+    else if (GraphWindow* entered = GraphOfTab(index))
+    {
+        entered->LoadAndPlot();
     }
     // Deliberate: on the way to the player the tab that was left stays noted, so that the next
     // click stores it again.
