@@ -1,26 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "longvideo.h"
+
 #include "project/project.h"
 #include "stabilizer/camerapath.h"
 #include "stabilizer/pathfilter.h"
 
 #include <benchmark/benchmark.h>
 
-#include <random>
-
 namespace
 {
-/** Motion of a shaky hand, pixels; the same numbers in every run. */
-QVector<double> ShakyMotion(int frames)
-{
-    std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): always the same
-    QVector<double> motion(frames);
-    for (double& value : motion)
-    {
-        value = static_cast<double>(random()) * (8.0 / 4294967296.0) - 4.0;
-    }
-    return motion;
-}
-
 /** One axis from motion to margins. Arguments: frames, filter type, strength. */
 void Generate(benchmark::State& state)
 {

@@ -15,6 +15,7 @@
 #include <qwt_scale_engine.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 namespace
@@ -53,9 +54,25 @@ void Widen(Bounds& bounds, const QVector<QPointF>& samples)
     }
     bounds.WidenX(samples.first().x());
     bounds.WidenX(samples.last().x());
-    for (const QPointF& sample : samples)
+    // Several boxes side by side: with one, each sample would wait for the one before it.
+    constexpr int lanes = 4;
+    std::array<Bounds, lanes> boxes;
+    int i = 0;
+    for (; i + lanes <= samples.size(); i += lanes)
     {
-        bounds.WidenY(sample.y());
+        for (int lane = 0; lane < lanes; ++lane)
+        {
+            boxes[static_cast<std::size_t>(lane)].WidenY(samples.at(i + lane).y());
+        }
+    }
+    for (; i < samples.size(); ++i)
+    {
+        bounds.WidenY(samples.at(i).y());
+    }
+    for (const Bounds& box : boxes)
+    {
+        bounds.MinY = std::min(bounds.MinY, box.MinY);
+        bounds.MaxY = std::max(bounds.MaxY, box.MaxY);
     }
 }
 
@@ -268,7 +285,12 @@ void SimplePlot::SetYTitle(QString text)
 void SimplePlot::SetTimeScale(double msPerFrame)
 {
     const bool isTime = msPerFrame > 0.0 && msPerFrame <= LongestFrame;
-    setAxisScaleDraw(xBottom, isTime ? new TimeScaleDraw(msPerFrame) : new QwtScaleDraw);
+    QwtScaleDraw* scale = isTime ? new TimeScaleDraw(msPerFrame) : new QwtScaleDraw;
+    // The scale is laid out by the places of its labels: without a length they all lie in one, and
+    // the ticks would miss the lines of the grid.
+    scale->move(axisScaleDraw(xBottom)->pos());
+    scale->setLength(axisScaleDraw(xBottom)->length());
+    setAxisScaleDraw(xBottom, scale);
 }
 
 void SimplePlot::SetScaleEngines(bool logX, bool logY)

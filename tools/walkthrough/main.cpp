@@ -44,6 +44,7 @@ void WalkFirst(const QDir& out, const QString& video, double atMost, Report& rep
     walk.SaveProject();
     walk.TakeScreenshots();
     walk.CompareShake(atMost);
+    walk.ShapePath();
 }
 
 /** After a restart: the analysed data come back and lead to the same video. */

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "walk.h"
 
+#include "graphwalk.h"
 #include "report.h"
 #include "userhands/answermodal.h"
 #include "walkthrough/shakemeter.h"
@@ -27,6 +28,7 @@ namespace
 constexpr int Forever = std::numeric_limits<int>::max();  ///< milliseconds; a job always ends
 constexpr int RepeatedAtEnd =
     3;  ///< motions at the end of an export between repeats of one picture
+constexpr int SecondUpdate = 400;  ///< milliseconds until the second update of a graph is over
 
 /** What a player would show of a video file. */
 struct VideoFacts
@@ -231,11 +233,20 @@ void Walk::TakeScreenshots()
     {
         QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, Qt::NoModifier,
                           tabs->tabBar()->tabRect(index).center());
-        QTest::qWait(100);
+        QTest::qWait(SecondUpdate);
         const QString file = QStringLiteral("tab-%1.png").arg(tabs->widget(index)->objectName());
         Story.Step(tabs->currentIndex() == index && Window.grab().save(Out.filePath(file)),
                    QStringLiteral("screenshot %1").arg(file));
     }
+}
+
+void Walk::ShapePath()
+{
+    GraphWalk graphs(Window, Out, Story);
+    graphs.TakePictures(1920, 1080, QStringLiteral("maximized"));
+    graphs.Shape({1, 2, 20});
+    graphs.Shape({2, 5, 12});
+    graphs.Shape({3, 4, 8});
 }
 
 void Walk::CompareShake(double atMost)

@@ -31,6 +31,7 @@ public:
     void Export();
     void CheckExport();      ///< frame count, rate, size and codec of the exported file
     void TakeScreenshots();  ///< one per tab
+    void ShapePath();        ///< works the graph tabs; what comes of it is not saved
 
     /**
      * Shake of source and result. @param atMost  largest share of the source's shake that may be
