@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -25,16 +26,13 @@ struct Stroke
 /**
  * Draws strokes one after the other, but as one those that fall into one pixel column and overlap.
  * Not one pixel differs from drawing each: a line of one pixel's width fills its column from end to
- * end.
+ * end. Strokes shorter than a pixel stay alone, as the painter rounds points otherwise than lines.
  */
 class StrokeDrawer
 {
 public:
     /** @param painter  not owned; has the pen. @param mayJoin  false draws each stroke */
     StrokeDrawer(QPainter* painter, bool mayJoin) : Painter(painter), MayJoin(mayJoin) {}
-    ~StrokeDrawer() { Flush(); }
-    StrokeDrawer(const StrokeDrawer&) = delete;
-    StrokeDrawer& operator=(const StrokeDrawer&) = delete;
 
     void Add(const Stroke& stroke)
     {
@@ -49,14 +47,7 @@ public:
         HasPending = true;
     }
 
-private:
-    /** Both strokes run downward and share a piece of one pixel column. */
-    [[nodiscard]] bool Overlaps(const Stroke& stroke) const
-    {
-        return std::floor(stroke.X) == std::floor(Pending.X) && stroke.From <= stroke.To &&
-               Pending.From <= Pending.To && stroke.From <= Pending.To && Pending.From <= stroke.To;
-    }
-
+    /** Draws what waits; call it behind the last stroke. */
     void Flush()
     {
         if (HasPending)
@@ -67,20 +58,51 @@ private:
         }
     }
 
+private:
+    /** Both strokes run downward and share a piece of one pixel column. */
+    [[nodiscard]] bool Overlaps(const Stroke& stroke) const
+    {
+        return std::floor(stroke.X) == std::floor(Pending.X) && IsLine(stroke) && IsLine(Pending) &&
+               stroke.From <= Pending.To && Pending.From <= stroke.To;
+    }
+
+    /** At least a pixel long, downward, and at a place where the painter still counts in pixels. */
+    [[nodiscard]] static bool IsLine(const Stroke& stroke)
+    {
+        constexpr double farthest = 1e6;  // pixels
+        return stroke.To - stroke.From >= 1.0 && stroke.From >= -farthest && stroke.To <= farthest;
+    }
+
     QPainter* Painter;
     bool MayJoin;
     bool HasPending = false;
     Stroke Pending;
 };
 
-/** Whether one unit is one pixel, so that columns can be told from coordinates. */
+/** Whether one unit is one opaque pixel, so that columns can be told from coordinates. */
 bool PaintsPlainPixels(const QPainter* painter)
 {
     const QPaintEngine* engine = painter->paintEngine();
     return engine != nullptr && engine->type() == QPaintEngine::Raster &&
-           painter->device()->devicePixelRatio() == 1 &&
-           painter->transform().type() == QTransform::TxNone &&
-           !painter->testRenderHint(QPainter::Antialiasing);
+           painter->device()->devicePixelRatioF() == 1.0 &&
+           painter->combinedTransform().type() == QTransform::TxNone &&
+           !painter->testRenderHint(QPainter::Antialiasing) && painter->opacity() == 1.0 &&
+           painter->compositionMode() == QPainter::CompositionMode_SourceOver;
+}
+
+/** The frames, from the first to the one behind the last, whose strokes a painter may show. */
+std::pair<int, int> VisibleFrames(const QPainter* painter, const QwtScaleMap& xMap, int count)
+{
+    if (!painter->hasClipping())
+    {
+        return {0, count};
+    }
+    constexpr double reach = 2.0;  // pixels that a stroke may reach beyond its coordinate, and some
+    const QRectF clip = painter->clipBoundingRect();
+    const auto [low, high] = std::minmax(
+        {xMap.invTransform(clip.left() - reach), xMap.invTransform(clip.right() + reach)});
+    return {TruncateToInt32(std::clamp(std::floor(low), 0.0, static_cast<double>(count))),
+            TruncateToInt32(std::clamp(std::ceil(high) + 1.0, 0.0, static_cast<double>(count)))};
 }
 }  // namespace
 
@@ -91,7 +113,7 @@ void GridAndPos::draw(QPainter* painter, const QwtScaleMap& xMap, const QwtScale
     if (ShowMarginBand)
     {
         painter->setPen(Qt::darkCyan);
-        DrawBand(painter, xMap, yMap, canvasRect);
+        DrawBand(painter, xMap, yMap);
     }
     painter->setPen(pen);
     QwtPlotGrid::draw(painter, xMap, yMap, canvasRect);
@@ -109,17 +131,10 @@ void GridAndPos::draw(QPainter* painter, const QwtScaleMap& xMap, const QwtScale
     }
 }
 
-void GridAndPos::DrawBand(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
-                          const QRectF& canvasRect) const
+void GridAndPos::DrawBand(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap) const
 {
     // Strokes outside the canvas cost nothing: a zoomed plot of hours of video draws a few frames.
-    constexpr double reach = 2.0;  // pixels that a stroke may reach beyond its coordinate, and some
-    const auto [low, high] = std::minmax({xMap.invTransform(canvasRect.left() - reach),
-                                          xMap.invTransform(canvasRect.right() + reach)});
-    const auto frames = static_cast<double>(BandCentres.size());
-    const int first = TruncateToInt32(std::clamp(std::floor(low), 0.0, frames));
-    const int behind = TruncateToInt32(std::clamp(std::ceil(high) + 1.0, 0.0, frames));
-
+    const auto [first, behind] = VisibleFrames(painter, xMap, BandCentres.size());
     StrokeDrawer drawer(painter, PaintsPlainPixels(painter));
     for (int i = first; i < behind; ++i)
     {
@@ -127,6 +142,7 @@ void GridAndPos::DrawBand(QPainter* painter, const QwtScaleMap& xMap, const QwtS
         drawer.Add({xMap.transform(i), yMap.transform(centre + BandHalfHeight),
                     yMap.transform(centre - BandHalfHeight)});
     }
+    drawer.Flush();
 }
 
 void GridAndPos::DrawLine(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap) const

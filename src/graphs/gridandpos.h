@@ -31,7 +31,6 @@ public:
     QPen BandPen;  ///< stored with the band; Deliberate: the band is dark cyan whatever it says
 
 private:
-    void DrawBand(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
-                  const QRectF& canvasRect) const;
+    void DrawBand(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap) const;
     void DrawLine(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap) const;
 };

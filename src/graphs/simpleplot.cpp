@@ -21,6 +21,8 @@
 namespace
 {
 constexpr double Largest = std::numeric_limits<double>::max();
+constexpr int MostNumbers = 8;             ///< ticks with a label, as Qwt has it
+constexpr int MostTimes = 4;               ///< times are long, and the player's graphs narrow
 constexpr double LongestFrame = 100000.0;  ///< milliseconds; beyond it the axis shows frame numbers
 
 /** Smallest box around points; inverted when there are none. */
@@ -291,6 +293,7 @@ void SimplePlot::SetTimeScale(double msPerFrame)
     scale->move(axisScaleDraw(xBottom)->pos());
     scale->setLength(axisScaleDraw(xBottom)->length());
     setAxisScaleDraw(xBottom, scale);
+    setAxisMaxMajor(xBottom, isTime ? MostTimes : MostNumbers);
 }
 
 void SimplePlot::SetScaleEngines(bool logX, bool logY)
