@@ -33,9 +33,10 @@ struct FlowPlot::CurveSource
 };
 
 FlowPlot::FlowPlot(Project* project, CameraPath* path, QString yTitle)
-    : Proj(project), Plot(new SimplePlot(nullptr)), Path(path), YTitle(yTitle)
+    : Proj(project), Plot(nullptr), Path(path), YTitle(yTitle)
 {
     connect(&RedrawTimer, &QTimer::timeout, this, &FlowPlot::WorkAround);
+    Plot = new SimplePlot(nullptr);
     Plot->SetYTitle(yTitle);
     Plot->SetXTitle(tr("Frame No."));
     Plot->setAccessibleName(yTitle);
@@ -58,13 +59,15 @@ bool FlowPlot::Update()
     if (!Path->HasValidData())
     {
         Plot->ClearCurves();
+        Plot->replot();
         return false;
     }
     Frames.resize(Path->DetectedShakiness.size());
     std::iota(Frames.begin(), Frames.end(), 0.0);
+    const QString text = MarginText();
     if (MarginLabel != nullptr)
     {
-        MarginLabel->setText(MarginText());
+        MarginLabel->setText(text);
     }
     SetUpAxes();
     RebuildCurves();

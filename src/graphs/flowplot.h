@@ -52,7 +52,12 @@ public:
     void SetPosition(double frame);                                    ///< moves the marker
     [[nodiscard]] double GetPosition() const { return PlayPosition; }  ///< as last set, frames
     [[nodiscard]] double GetFps() const;  ///< of the path; -1 before the first one
-    [[nodiscard]] SimplePlot* GetPlot() const { return Plot; }  ///< stays owned by this object
+
+    /**
+     * The widget. It stays owned by this object, which must go before the widget that the plot is
+     * put into.
+     */
+    [[nodiscard]] SimplePlot* GetPlot() const { return Plot; }
 
     // Handed on to the plot.
     void SetGrid(bool enable, bool position, bool line);
@@ -70,9 +75,10 @@ public slots:
     void ZoomVertical(bool Enalbe);
 
 private:
+    struct CurveSource;
+
     [[nodiscard]] QString MarginText() const;
     void SetUpAxes();
-    struct CurveSource;
 
     void RebuildCurves();
 
@@ -93,6 +99,6 @@ private:
     bool TimeAxis = false;
     QTimer RedrawTimer;
     QLabel* MarginLabel = nullptr;  ///< not owned
-    QString YTitle;
-    double PlayPosition = 0.0;  ///< frames
+    QString YTitle;                 ///< title of the left axis, kept for nobody
+    double PlayPosition = 0.0;      ///< frames
 };

@@ -10,24 +10,25 @@
 
 #include "ui_graphwindow.h"
 
+#include <initializer_list>
 #include <mutex>
 
 namespace
 {
 constexpr double Percent = 100.0;
 
-/** Items of comboBoxGraphMouse. */
-enum MouseAction : std::int32_t
-{
-    PanAndZoom = 0,
-    AddManualPoints = 1,
-    AddFlatPoints = 2,
-    AddLocalIgnore = 3,
-    AddGlobalIgnore = 4,
-};
-
 /** Mouse modes of the plot, by mouse action. */
 constexpr int PlotModes[] = {0, 1, 1, 2, 2};
+
+/** Takes what the user has typed into an open cell: neither a tab nor a menu takes the focus. */
+void CommitOpenCell(QTreeWidget* tree)
+{
+    QTreeWidgetItem* item = tree->currentItem();
+    if (item != nullptr && tree->isPersistentEditorOpen(item, tree->currentColumn()))
+    {
+        tree->setCurrentItem(nullptr);
+    }
+}
 }  // namespace
 
 GraphWindow::GraphWindow(Project* project, CameraPath* path, QString yTitle,
@@ -86,6 +87,13 @@ void GraphWindow::LoadAndPlot()
 
 void GraphWindow::SaveSettings()
 {
+    for (QTreeWidget* tree :
+         {ui->treeWidgetGlobalIgnore, ui->treeWidgetIgnore, ui->treeWidgetManualPathList})
+    {
+        CommitOpenCell(tree);
+    }
+    // A calculation on the worker may be reading settings and lists.
+    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
     Settings->Lock = ui->checkBoxLock->isChecked();
     Settings->AvgPathImages = ui->spinBoxAvgFrames->value();
     Settings->AvgPathOrder = ui->spinBoxAvgOrder->value();
@@ -101,8 +109,6 @@ void GraphWindow::SaveSettings()
     LocalIgnore->FrameCount = FrameCount();
     GlobalIgnore->SortList();
     LocalIgnore->SortList();
-    // A calculation on the worker may be reading these lists.
-    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
     Proj->GlobalIgnoreSections = GlobalIgnore->Sections;
     Path->SetIgnoreSections(LocalIgnore->Sections);
     SortManList();
@@ -217,28 +223,6 @@ void GraphWindow::on_comboBoxGraphMouse_currentIndexChanged(int index)
     if (index >= PanAndZoom && index <= AddGlobalIgnore)
     {
         Flow.SetMouseMode(PlotModes[index]);
-    }
-}
-
-void GraphWindow::GraphLeftClick(QPointF pos)
-{
-    if (MouseMode != AddManualPoints && MouseMode != AddFlatPoints)
-    {
-        return;
-    }
-    const int frame = TruncateToInt32(pos.x());
-    const bool isFirst = ui->treeWidgetManualPathList->topLevelItemCount() == 0;
-    CurrentSection = isFirst ? new QTreeWidgetItem : NearestSection(frame);
-    if (CurrentSection == nullptr)
-    {
-        return;  // so far from all sections that none is near
-    }
-    AddPointItem(frame, MouseMode == AddManualPoints ? QString::number(pos.y(), 'g', 6)
-                                                     : QStringLiteral("X"));
-    UpdateSectionTitle(CurrentSection);
-    if (isFirst)
-    {
-        ui->treeWidgetManualPathList->addTopLevelItem(CurrentSection);
     }
 }
 

@@ -21,6 +21,16 @@ namespace Ui
 class GraphWindow;
 }
 
+/** What the left mouse button does in the graph: items of comboBoxGraphMouse. */
+enum MouseAction : std::int32_t
+{
+    PanAndZoom = 0,
+    AddManualPoints = 1,
+    AddFlatPoints = 2,
+    AddLocalIgnore = 3,
+    AddGlobalIgnore = 4,
+};
+
 /**
  * One graph tab: the plot of an axis, its filter settings, its manual path and the ignore sections.
  * It calculates nothing: it moves values between widgets and project and asks the main window to
@@ -35,8 +45,10 @@ class GraphWindow : public QWidget
     Q_OBJECT
 
 public:
-    /** @param project, path, settings of this axis; not owned, outlive the window. @param yTitle
-     * title of the left axis */
+    /**
+     * @param project, path, settings of this axis; not owned, outlive the window. @param yTitle
+     * title of the left axis
+     */
     GraphWindow(Project* project, CameraPath* path, QString yTitle, AxisFilterSettings* settings);
     ~GraphWindow() override;
     GraphWindow(const GraphWindow&) = delete;
@@ -73,17 +85,27 @@ public slots:
      * frames.
      */
     void SortManList();
-    void StartFlow();    ///< a new section; clicks add points to the nearest one
-    void FlatIn();       ///< a new section from frame 0 to the play position
-    void AddPoint();     ///< a point at the play position, in the current section
-    void RemovePoint();  ///< Deliberate: leaves the section's title
+    void StartFlow();  ///< a new section; clicks add points to the nearest one
+
+    /**
+     * A new section of two points. Deliberate: both at frame 0, as this plot has no play position;
+     * the user types the frame that the section is to reach.
+     */
+    void FlatIn();
+
+    void AddPoint();     ///< Deliberate: a point at frame 0 in the current section, as in FlatIn
+    void RemovePoint();  ///< Deliberate: leaves the section's title, until the next sort
     void RemoveSection();
-    void EndFlow();
+    void EndFlow();  ///< menu entries have no section to add to until the next click
     void FlatOut();  ///< a point at the last frame, and the section is closed
     void ClearAllSections();
-    void DoNothing();
+    void DoNothing();   ///< the line in the menu
     void PlotUpdate();  ///< new data: the plot anew, as the boxes say
+
+    /** A point in the nearest section, or in a first one. @param pos  frame and value */
     void GraphLeftClick(QPointF pos);
+
+    /** An ignore section in the list of the mouse action. @param rect  frames and values */
     void GraphRect(QRectF rect);
 
 protected:
@@ -92,10 +114,10 @@ protected:
 private:
     [[nodiscard]] int FrameCount() const;
     [[nodiscard]] int ClampFrame(int frame) const;
-    [[nodiscard]] bool IsSection(const QTreeWidgetItem* item) const;
+    [[nodiscard]] bool IsSection(QTreeWidgetItem* item) const;
     [[nodiscard]] bool IsInTree(const QTreeWidgetItem* item) const;
     [[nodiscard]] QTreeWidgetItem* NearestSection(int frame) const;
-    void AddPointItem(int frame, const QString& value);
+    void AddPointItem(int frame, const QString& value);  ///< needs CurrentSection
     void UpdateSectionTitle(QTreeWidgetItem* item);
     void ReadSection(const QTreeWidgetItem& item, ManualPathSection& section) const;
     void RebuildManualTree();

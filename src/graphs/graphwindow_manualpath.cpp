@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphs/graphwindow.h"
 #include "stabilizer/camerapath.h"
+#include "stabilizer/truncation.h"
 
 #include "ui_graphwindow.h"
 
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <mutex>
 
 namespace
 {
@@ -51,26 +53,19 @@ void InsertPoint(std::list<ManualPathPoint>& points, const ManualPathPoint& poin
 
 int GraphWindow::FrameCount() const
 {
+    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
     return Path->DetectedShakiness.size();
 }
 
-/** @p frame held to the video; without frames at most -1. */
+/** @p frame held to the video; without frames -1. */
 int GraphWindow::ClampFrame(int frame) const
 {
-    const int notNegative = std::max(frame, 0);
-    return notNegative >= FrameCount() ? FrameCount() - 1 : notNegative;
+    return std::min(std::max(frame, 0), FrameCount() - 1);
 }
 
-bool GraphWindow::IsSection(const QTreeWidgetItem* item) const
+bool GraphWindow::IsSection(QTreeWidgetItem* item) const
 {
-    for (int i = 0; i < ui->treeWidgetManualPathList->topLevelItemCount(); ++i)
-    {
-        if (ui->treeWidgetManualPathList->topLevelItem(i) == item)
-        {
-            return true;
-        }
-    }
-    return false;
+    return ui->treeWidgetManualPathList->indexOfTopLevelItem(item) >= 0;  // compares addresses only
 }
 
 bool GraphWindow::IsInTree(const QTreeWidgetItem* item) const
@@ -92,7 +87,7 @@ void GraphWindow::AddPointItem(int frame, const QString& value)
 
 void GraphWindow::UpdateSectionTitle(QTreeWidgetItem* item)
 {
-    int min = 100000000;
+    int min = 100000000;  // beyond any video
     int max = -100000000;
     for (int i = 0; i < item->childCount(); ++i)
     {
@@ -118,23 +113,24 @@ void GraphWindow::StartFlow()
     CurrentSection = new QTreeWidgetItem;
     UpdateSectionTitle(CurrentSection);
     ui->treeWidgetManualPathList->addTopLevelItem(CurrentSection);
-    ui->comboBoxGraphMouse->setCurrentIndex(1);
+    ui->comboBoxGraphMouse->setCurrentIndex(AddManualPoints);
 }
 
 void GraphWindow::FlatIn()
 {
     CurrentSection = new QTreeWidgetItem;
     AddPointItem(0, PathValue);
-    AddPointItem(static_cast<int>(Flow.GetPosition()), PathValue);
+    AddPointItem(TruncateToInt32(Flow.GetPosition()), PathValue);
     UpdateSectionTitle(CurrentSection);
     ui->treeWidgetManualPathList->addTopLevelItem(CurrentSection);
+    CurrentSection->setExpanded(true);
 }
 
 void GraphWindow::AddPoint()
 {
     if (IsSection(CurrentSection))
     {
-        AddPointItem(static_cast<int>(Flow.GetPosition()), PathValue);
+        AddPointItem(TruncateToInt32(Flow.GetPosition()), PathValue);
     }
 }
 
@@ -196,7 +192,7 @@ void GraphWindow::on_treeWidgetManualPathList_customContextMenuRequested(QPoint 
     }
     menu.addAction(tr("Start Section"), this, &GraphWindow::StartFlow);
     menu.addAction(tr("Start Flat In Section"), this, &GraphWindow::FlatIn);
-    menu.addAction(QStringLiteral("------------"), this, &GraphWindow::DoNothing);
+    menu.addAction(tr("------------"), this, &GraphWindow::DoNothing);
     if (isPoint)
     {
         menu.addAction(tr("Remove Point"), this, &GraphWindow::RemovePoint);
@@ -209,13 +205,36 @@ void GraphWindow::on_treeWidgetManualPathList_customContextMenuRequested(QPoint 
     menu.exec(ui->treeWidgetManualPathList->viewport()->mapToGlobal(pos));
 }
 
+void GraphWindow::GraphLeftClick(QPointF pos)
+{
+    if (MouseMode != AddManualPoints && MouseMode != AddFlatPoints)
+    {
+        return;
+    }
+    const int frame = TruncateToInt32(pos.x());
+    const bool isFirst = ui->treeWidgetManualPathList->topLevelItemCount() == 0;
+    CurrentSection = isFirst ? new QTreeWidgetItem : NearestSection(frame);
+    if (CurrentSection == nullptr)
+    {
+        return;  // so far from all sections that none is near
+    }
+    AddPointItem(frame,
+                 MouseMode == AddManualPoints ? QString::number(pos.y(), 'g', 6) : PathValue);
+    UpdateSectionTitle(CurrentSection);
+    if (isFirst)
+    {
+        ui->treeWidgetManualPathList->addTopLevelItem(CurrentSection);
+    }
+    CurrentSection->setExpanded(true);
+}
+
 /**
  * The section of which one end is nearest to @p frame; the first of equals, null when none is near.
  * An empty section ends the search. Deliberate: only the ends count, also inside another section.
  */
 QTreeWidgetItem* GraphWindow::NearestSection(int frame) const
 {
-    std::int64_t best = 10000000;
+    std::int64_t best = 10000000;  // frames; a section so far off is not meant
     QTreeWidgetItem* nearest = nullptr;
     for (int i = 0; i < ui->treeWidgetManualPathList->topLevelItemCount(); ++i)
     {

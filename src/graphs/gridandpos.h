@@ -10,7 +10,7 @@
 /**
  * The grid of a plot, with three things that are drawn along with it: a band of one vertical stroke
  * per frame under the grid, and above it a marker of the play position and the line of clicked
- * points.
+ * points. The plot that it is attached to owns it. User interface thread only.
  */
 class GridAndPos : public QwtPlotGrid
 {
@@ -28,7 +28,9 @@ public:
     double BandHalfHeight = 0.0;  ///< y units
     QPolygonF Line;               ///< clicked points
     QVector<double> BandCentres;  ///< y of the band's middle, one per frame
-    QPen BandPen;  ///< stored with the band; Deliberate: the band is dark cyan whatever it says
+    /// Deliberate: stored with the band and never used; the band is dark cyan, which the curves on
+    /// it are chosen for.
+    QPen BandPen;
 
 private:
     void DrawBand(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap) const;

@@ -4,7 +4,9 @@
 #include <QMenu>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace
 {
@@ -18,7 +20,7 @@ bool ReadRow(const QTreeWidgetItem& item, std::int32_t frameCount, IgnoreSection
     bool isStart = false;
     bool isEnd = false;
     bool isOffset = false;
-    section.Start = qMax(item.text(StartColumn).toInt(&isStart), 0);
+    section.Start = std::max(item.text(StartColumn).toInt(&isStart), 0);
     section.End = item.text(EndColumn).toInt(&isEnd);
     section.End = section.End < 0 ? frameCount : section.End;
     section.Offset = item.text(OffsetColumn).toDouble(&isOffset);
@@ -68,7 +70,7 @@ void IgnoreList::SortList()
             read.push_back(section);
         }
     }
-    Sections = read;
+    Sections = std::move(read);
     Rebuild();
 }
 
@@ -101,7 +103,7 @@ void IgnoreList::ShowMenu(const QPoint& pos)
     MenuItem = Tree->itemAt(pos);
     QMenu menu(Parent);
     menu.addAction(tr("Add Ignore section"), this, &IgnoreList::Add);
-    menu.addAction(QStringLiteral("------------"), this, &IgnoreList::DoNothing);
+    menu.addAction(tr("------------"), this, &IgnoreList::DoNothing);
     if (MenuItem != nullptr)
     {
         menu.addAction(tr("Remove ignore section"), this, &IgnoreList::Remove);

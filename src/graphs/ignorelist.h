@@ -24,6 +24,8 @@ class IgnoreList : public QObject
 public:
     /** @param parent owner, also of the menu. @param tree not owned, outlives the object */
     IgnoreList(QWidget* parent, QTreeWidget* tree);
+    IgnoreList(const IgnoreList&) = delete;
+    IgnoreList& operator=(const IgnoreList&) = delete;
 
     void AddSection(IgnoreSection section);  ///< a new row at the end; Sections stays as it is
     void Rebuild();                          ///< the tree anew from Sections
@@ -36,10 +38,10 @@ public slots:
      * nothing while there are no frames.
      */
     void SortList();
-    void Add();
-    void Remove();
-    void Clear();  ///< empties the tree; Sections stays in force until SortList
-    void DoNothing();
+    void Add();        ///< a row for the whole video
+    void Remove();     ///< the row under the last right click
+    void Clear();      ///< empties the tree; Sections stays in force until SortList
+    void DoNothing();  ///< the line in the menu
 
 private:
     void ShowMenu(const QPoint& pos);
@@ -47,8 +49,8 @@ private:
     // Field order is part of the design.
     QWidget* Parent;    ///< not owned
     QTreeWidget* Tree;  ///< not owned
-    QTreeWidgetItem* MenuItem =
-        nullptr;  ///< under the last right click; may have gone, never followed unasked
+    /// Under the last right click. It may have gone: it is only followed when the tree has it.
+    QTreeWidgetItem* MenuItem = nullptr;
 
 public:
     std::int32_t FrameCount = 0;  ///< set by the graph window

@@ -15,11 +15,11 @@ class SimplePlot;
 struct PlotCurve
 {
     QwtPlotCurve* Curve = nullptr;  ///< owned by the plot; null until the curve has been drawn once
-    QColor Colour;
-    QString Title;                      ///< also the text of the legend
-    SimplePlot* Plot = nullptr;         ///< not owned; the plot to attach to
-    QVector<QPointF> Samples;           ///< x is the frame number, y the value; rising x
-    double NextX = 0.0;                 ///< x of the next appended sample
-    double XStep = 0.0;                 ///< x distance of appended samples
+    QColor Colour;                  ///< of the line, and of the mark in the legend
+    QString Title;                  ///< also the text of the legend
+    SimplePlot* Plot = nullptr;     ///< not owned; the plot to attach to
+    QVector<QPointF> Samples;       ///< x is the frame number, y the value; rising x
+    double NextX = 0.0;             ///< x of the next appended sample
+    double XStep = 0.0;             ///< x distance of appended samples
     std::int32_t MaxSamples = 3000000;  ///< the oldest fall out beyond it
 };

@@ -8,6 +8,7 @@
 
 #include <qwt_legend.h>
 #include <qwt_picker_machine.h>
+#include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_magnifier.h>
 #include <qwt_plot_panner.h>
@@ -16,6 +17,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <limits>
 
 namespace
@@ -88,7 +90,7 @@ QwtScaleEngine* NewScaleEngine(bool isLog)
 
 SimplePlot::SimplePlot(QWidget* parent)
     : QwtPlot(parent),
-      Grid(new GridAndPos),
+      Grid(nullptr),
       Magnifier(nullptr),
       Panner(nullptr),
       TrackerPicker(nullptr),
@@ -101,6 +103,7 @@ SimplePlot::SimplePlot(QWidget* parent)
 {
     setCanvasBackground(QBrush(Qt::white));
     insertLegend(new QwtLegend, QwtPlot::RightLegend, -1.0);
+    Grid = new GridAndPos;
     Grid->attach(this);
     Panner = new QwtPlotPanner(canvas());
     Magnifier = new QwtPlotMagnifier(canvas());
@@ -182,11 +185,13 @@ void SimplePlot::AppendCurveData(int index, QVector<double> values, int first, i
     {
         curve.Samples.remove(0, std::min(count, curve.Samples.size()));
     }
+    curve.Samples.reserve(curve.Samples.size() + count);
     for (int i = first; i < first + count; ++i)
     {
         curve.Samples.append(QPointF(curve.NextX, values.at(i)));
         curve.NextX += curve.XStep;
     }
+    curve.Samples.remove(0, std::max(0, curve.Samples.size() - curve.MaxSamples));
 }
 
 void SimplePlot::ClearCurves()
@@ -250,6 +255,8 @@ void SimplePlot::SetPosition(double x)
 {
     Grid->Position = x;
     Grid->itemChanged();
+    // The canvas would paint its picture of the old place once more.
+    static_cast<QwtPlotCanvas*>(canvas())->invalidateBackingStore();
     QWidget::repaint();
 }
 
@@ -330,7 +337,7 @@ void SimplePlot::ConnectPickers(QObject* receiver, const char* pointSlot, const 
 
 void SimplePlot::Show(bool on)
 {
-    setVisible(on);
+    on ? show() : hide();
 }
 
 void SimplePlot::ZoomHorizontal(bool Enable)

@@ -38,12 +38,16 @@ public:
     /** Adds a curve without samples. @param xStep x distance of samples that are appended */
     void AddCurve(QString title, QColor colour, double xStep);
 
-    /** Replaces the samples by the pairs of @p x and @p y, which have one length; else nothing
-     * changes. */
+    /**
+     * Replaces the samples by the pairs of @p x and @p y; of lists of two lengths nothing is taken.
+     * @param x  rising, frame numbers
+     */
     void SetCurveData(int index, QVector<double> y, QVector<double> x);
 
-    /** Appends @p count of the @p values from @p first on; beyond the limit the oldest samples fall
-     * out. */
+    /**
+     * Appends @p count of the @p values from @p first on, or nothing when there are not so many.
+     * Beyond PlotCurve::MaxSamples the oldest samples fall out.
+     */
     void AppendCurveData(int index, QVector<double> values, int first, int count);
 
     void ClearCurves();   ///< removes all curves, the click line and the band
@@ -58,9 +62,10 @@ public:
 
     // Grid, marker, band and line.
 
+    /** Shows or hides the lines of the grid, the position marker and the line of clicked points. */
     void SetGrid(bool enable, bool position, bool line);
 
-    /** Moves the marker to frame @p x and paints what stands, without a replot. */
+    /** Moves the marker to frame @p x and paints at once; scales and curves stay as they are. */
     void SetPosition(double x);
 
     /** Stores a band: per frame a stroke of @p halfHeight above and below its centre. */
@@ -71,22 +76,27 @@ public:
     // Axes.
 
     void SetXTitle(QString text);
-    void SetYTitle(QString text);
+    void SetYTitle(QString text);  ///< turns the labels of the axis, too, along the axis
 
-    /** Writes the x axis as times. @param msPerFrame above 0.0 and at most 100000.0; else plain
-     * frame numbers */
+    /**
+     * Labels the x axis with times.
+     * @param msPerFrame  above 0.0 and at most 100000.0; else the labels are frame numbers
+     */
     void SetTimeScale(double msPerFrame);
-    void SetScaleEngines(bool logX, bool logY);
+
+    void SetScaleEngines(bool logX, bool logY);                          ///< logarithmic or linear
     void SetLimits(double minX, double maxX, double minY, double maxY);  ///< clamps of Rescale
 
     // Mouse.
 
-    /** 0 pan and read coordinates, 1 click points, 2 drag a rectangle; other modes change nothing.
+    /** @param mode  0 pans and shows coordinates, 1 clicks points, 2 drags; others change nothing
      */
     void SetMouseMode(int mode);
 
-    /** Sends clicked points and dragged rectangles, in plot coordinates, to slots given as by
-     * SLOT(). */
+    /**
+     * Sends clicked points and dragged rectangles, in plot coordinates, to two slots.
+     * @param pointSlot, rectSlot  as made by SLOT(), for a QPointF and a QRectF
+     */
     void ConnectPickers(QObject* receiver, const char* pointSlot, const char* rectSlot);
 
     // The order of signals and slots is part of the design.
@@ -96,8 +106,8 @@ signals:
 
 public slots:
     void Show(bool on);
-    void ZoomHorizontal(bool Enable);
-    void ZoomVertical(bool Enalbe);
+    void ZoomHorizontal(bool Enable);  ///< whether the mouse wheel zooms the x axis
+    void ZoomVertical(bool Enalbe);    ///< whether the mouse wheel zooms the y axis
     void LeftClick(QPointF pos);       ///< adds a point to the click line
     void pointsSelected(QRectF rect);  ///< a line for the log
     void Line(QPolygon poly);          ///< makes @p poly the click line, with a line for the log
@@ -109,14 +119,16 @@ private:
     // Field order is part of the design.
     GridAndPos* Grid;            ///< the plot deletes it with its items
     QVector<PlotCurve*> Curves;  ///< owned; in the order of drawing and legend
-    QPen TrackerPen;
-    QPen PickerPen;
-    QwtPlotMagnifier* Magnifier;  ///< children of the canvas, from here on
+    QPen TrackerPen;             ///< of the coordinates beside the mouse
+    QPen PickerPen;              ///< the same while clicking and dragging
+    // Children of the canvas.
+    QwtPlotMagnifier* Magnifier;
     QwtPlotPanner* Panner;
     QwtPlotPicker* TrackerPicker;
     QwtPlotPicker* ClickPicker;
     QwtPlotPicker* RectPicker;
-    double MinX;  ///< clamps of the automatic scale
+    // Clamps of the automatic scale.
+    double MinX;
     double MaxX;
     double MinY;
     double MaxY;

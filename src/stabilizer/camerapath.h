@@ -20,8 +20,9 @@ struct Project;
  * path, and per frame how far it must move to follow that path. Indices are frame numbers.
  *
  * Generate runs on the thread that asks for it, the user interface or the worker, under the engine
- * lock. Readers take no lock but in HasValidData: graphs and player read between jobs, and an
- * export only reads. After Generate on a non-empty motion all lists have its length.
+ * lock. The operations here that read take no lock but HasValidData: graphs and player hold it
+ * themselves while they read, and an export reads what nobody changes. After Generate on a
+ * non-empty motion all lists have its length.
  */
 class CameraPath
 {

@@ -258,7 +258,9 @@ void SettingsTest::AngleOffsetIsTruncated()
 
 void SettingsTest::CommitMakesRadians()
 {
-    AxisFilterSettings& degrees = *PathRotationDegrees.Settings;
+    Project project = DefaultProject();
+    project.UseFlowRotSettings = true;
+    AxisFilterSettings& degrees = project.FlowAngle;
     degrees.Lock = true;
     degrees.UseModified = true;
     degrees.UseStartValue = true;
@@ -270,7 +272,8 @@ void SettingsTest::CommitMakesRadians()
     degrees.EndValue = 1.0;
     degrees.ManualPath.resize(1);
     degrees.ManualPath.front().Points = {{3, 45.0}};
-    QVERIFY(PathRotation.Settings->StartValue == 0.0);  // not before the commit
+    OpenWindowOn(project);
+    *PathRotation.Settings = AxisFilterSettings();
     Window->Commit();
     const AxisFilterSettings& radians = *PathRotation.Settings;
     QVERIFY(radians.Lock && radians.UseModified && radians.UseStartValue && radians.UseEndValue);
@@ -281,16 +284,21 @@ void SettingsTest::CommitMakesRadians()
     QVERIFY(radians.EndValue == 0.017453292519943295);
     QCOMPARE(radians.ManualPath.size(), std::size_t(1));
     QVERIFY(radians.ManualPath.front().Points.front().Value == 45.0);  // stays a number in degrees
-    QVERIFY(degrees.StartValue == 90.0);
+    QVERIFY(PathRotationDegrees.Settings->StartValue == 90.0);
 }
 
 void SettingsTest::RotationLeavesOutLocalCorrections()
 {
-    AxisFilterSettings& degrees = *PathRotationDegrees.Settings;
-    degrees.EnableIgnoreSections = true;
-    degrees.EnableManualPath = true;
-    degrees.IgnoreSections.resize(2);
+    Project project = DefaultProject();
+    project.UseFlowRotSettings = true;
+    project.FlowAngle.EnableIgnoreSections = true;
+    project.FlowAngle.EnableManualPath = true;
+    project.FlowAngle.IgnoreSections.resize(2);
+    OpenWindowOn(project);
     Window->Commit();
+    QVERIFY(PathRotationDegrees.Settings->EnableIgnoreSections);
+    QVERIFY(PathRotationDegrees.Settings->EnableManualPath);
+    QCOMPARE(PathRotationDegrees.Settings->IgnoreSections.size(), std::size_t(2));
     QVERIFY(!PathRotation.Settings->EnableIgnoreSections);
     QVERIFY(!PathRotation.Settings->EnableManualPath);
     QVERIFY(PathRotation.Settings->IgnoreSections.empty());
@@ -298,9 +306,17 @@ void SettingsTest::RotationLeavesOutLocalCorrections()
 
 void SettingsTest::CommitDerivesTheFilters()
 {
-    PathHorizontal.Settings->AvgPathImages = 4;
-    PathVertical.Settings->AvgPathImages = 5;
-    PathRotationDegrees.Settings->AvgPathImages = 6;
+    Project project = DefaultProject();
+    project.UseFlowVSettings = true;
+    project.UseFlowRotSettings = true;
+    project.FlowH.AvgPathImages = 4;
+    project.FlowV.AvgPathImages = 5;
+    project.FlowAngle.AvgPathImages = 6;
+    OpenWindowOn(project);
+    for (CameraPath* path : {&PathHorizontal, &PathVertical, &PathRotation, &PathRotationDegrees})
+    {
+        path->Base.WindowLength = 1;  // until the commit
+    }
     Window->Commit();
     // An averaging window is twice the strength and the frame itself.
     QCOMPARE(PathHorizontal.Base.WindowLength, std::uint64_t(9));
@@ -325,7 +341,7 @@ void SettingsTest::ReturningLoads()
     Window->ClickTab(SettingsTab);
     QVERIFY(Window->IsChecked("checkBoxEnableZoom"));
     QVERIFY(Window->IsChecked("checkBoxRescale"));
-    QCOMPARE(Window->Number("doubleSpinBoxZoom"), 125.0);
+    QCOMPARE(Window->Number("doubleSpinBoxZoom"), 110.0);  // of the graph tab, stored when left
     QCOMPARE(Window->Number("doubleSpinBoxExpRot"), -7.5);
     QCOMPARE(Window->Number("spinBoxRescaleXAxis"), 640.0);
     QCOMPARE(Window->Number("spinBoxRescaleYAxis"), 480.0);

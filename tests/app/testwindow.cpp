@@ -22,6 +22,11 @@ TestWindow::TestWindow(const QString& projectFile)
     QVERIFY(QTest::qWaitForWindowExposed(Window.get()));
 }
 
+QWidget* TestWindow::SettingsTab() const
+{
+    return Window->findChild<QTabWidget*>(QStringLiteral("tabWidgetMain"))->widget(0);
+}
+
 void TestWindow::Click(const char* button) const
 {
     QVERIFY2(IsEnabled(button), button);

@@ -21,10 +21,13 @@ public:
 
     [[nodiscard]] MainWindow* operator->() const { return Window.get(); }
 
+    /** What the settings tab, or else the rest of the window, has of that name. */
     template <typename Object>
     [[nodiscard]] Object* Find(const char* name) const
     {
-        auto* object = Window->findChild<Object*>(QString::fromLatin1(name));
+        const QString objectName = QString::fromLatin1(name);
+        auto* object = SettingsTab()->findChild<Object*>(objectName);
+        object = object != nullptr ? object : Window->findChild<Object*>(objectName);
         if (object == nullptr)
         {
             qFatal("the window has no %s", name);
@@ -53,6 +56,8 @@ public:
     [[nodiscard]] QStringList Log() const;     ///< lines of the text area, with their prefixes
 
 private:
+    [[nodiscard]] QWidget* SettingsTab() const;
+
     FreshHost Host;  // outlives the window
     std::unique_ptr<MainWindow> Window;
 };

@@ -215,10 +215,13 @@ QVector<BandTarget> BandTargets()
         {"half opaque", whole, [](QPainter* p) { p->setOpacity(0.5); }},
         {"adding colours", whole,
          [](QPainter* p) { p->setCompositionMode(QPainter::CompositionMode_Plus); }},
-        {"two pixels per unit", whole, [](QPainter*) {}, QImage::Format_RGB32, 2},
-        {"pixmap", whole, [](QPainter*) {}, QImage::Format_RGB32, 1, true},
+        {"two pixels per unit", whole, [](QPainter*) {}, QImage::Format_RGB32, 2.0},
+        {"five pixels for four units", whole, [](QPainter*) {}, QImage::Format_RGB32, 1.25},
+        {"pixmap of three pixels for two units", whole, [](QPainter*) {}, QImage::Format_RGB32, 1.5,
+         true},
+        {"pixmap", whole, [](QPainter*) {}, QImage::Format_RGB32, 1.0, true},
         {"clipped pixmap", Inner, [](QPainter* p) { p->setClipRect(Inner); }, QImage::Format_RGB32,
-         1, true},
+         1.0, true},
     };
 }
 
@@ -234,6 +237,7 @@ QImage PaintedOn(const BandTarget& target, const Draw& draw)
     if (target.IsPixmap)
     {
         QPixmap pixmap(size);
+        pixmap.setDevicePixelRatio(target.PixelRatio);
         pixmap.fill(Qt::black);
         paint(&pixmap);
         return pixmap.toImage();

@@ -38,7 +38,7 @@ struct BandTarget
     QRectF Canvas;
     Draw Prepare;
     QImage::Format Format = QImage::Format_RGB32;
-    int PixelRatio = 1;
+    double PixelRatio = 1.0;
     bool IsPixmap = false;
 };
 

@@ -4,6 +4,8 @@
 #include <qwt_plot_grid.h>
 #include <qwt_scale_div.h>
 #include <qwt_scale_draw.h>
+#include <qwt_scale_map.h>
+#include <qwt_scale_widget.h>
 
 #include <QMouseEvent>
 #include <QTest>
@@ -111,6 +113,42 @@ void FlowPlotPictureTest::MarkerAtItsFrame()
     const QRect canvas = Plot()->canvas()->contentsRect();
     QVERIFY(IsNear(rows.First, canvas.top(), 1.0));
     QVERIFY(IsNear(rows.Last, canvas.bottom(), 1.0));
+}
+
+void FlowPlotPictureTest::MarkerFollowsAtOnce()
+{
+    Flow->SetGrid(false, true, false);
+    MakeLine();
+    Flow->SetPosition(80.0);
+    const PlotPicture picture = Picture();
+    QVERIFY(picture.CountInColumn(MarkerColour, 80.0) > 0);
+    QCOMPARE(picture.Count(MarkerColour), picture.CountInColumn(MarkerColour, 80.0));
+}
+
+void FlowPlotPictureTest::TicksStandUnderTheGrid_data()
+{
+    QTest::addColumn<bool>("inTime");
+    QTest::newRow("frame numbers") << false;
+    QTest::newRow("times, which are wide") << true;
+}
+
+/** The scale below the canvas and the canvas itself count pixels each for itself. */
+void FlowPlotPictureTest::TicksStandUnderTheGrid()
+{
+    QFETCH(const bool, inTime);
+    MakeLine();
+    Flow->SetTimeAxis(inTime);
+    FinishLayout();
+    const int X = QwtPlot::xBottom;
+    const QwtScaleMap scale = Plot()->axisScaleDraw(X)->scaleMap();
+    const QwtScaleMap canvas = Plot()->canvasMap(X);
+    for (const double frame : Plot()->axisScaleDiv(X).ticks(QwtScaleDiv::MajorTick))
+    {
+        const double tick = Plot()->axisWidget(X)->x() + scale.transform(frame);
+        const double line = Plot()->canvas()->x() + canvas.transform(frame);
+        QVERIFY2(IsNear(tick, line, 1.0),
+                 qPrintable(QStringLiteral("%1: %2 and %3").arg(frame).arg(tick).arg(line)));
+    }
 }
 
 void FlowPlotPictureTest::TimeAxisWritesTimes()

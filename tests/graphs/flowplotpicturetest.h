@@ -45,7 +45,10 @@ private slots:
     void GridCanBeOff();
     void MarkerAtItsFrame_data();
     void MarkerAtItsFrame();
+    void MarkerFollowsAtOnce();
     void TimeAxisWritesTimes();
+    void TicksStandUnderTheGrid_data();
+    void TicksStandUnderTheGrid();
     void PolylineJoinsTheClicks();
     void PolylineGoesWithTheNextUpdate();
     void PickersReachTheirReceiver();
