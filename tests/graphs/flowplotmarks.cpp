@@ -136,7 +136,7 @@ void FlowPlotPictureTest::TicksStandUnderTheGrid_data()
 void FlowPlotPictureTest::TicksStandUnderTheGrid()
 {
     QFETCH(const bool, inTime);
-    Axis->Generate(SteadyMotion(90, 10.0));  // no label stands at the end
+    Axis->Generate(SteadyMotion(300, 3.0));  // no label stands at the end
     Flow->SetTimeAxis(inTime);
     FinishLayout();
     QVERIFY(Flow->Update());  // this one leaves the sizes alone
@@ -148,7 +148,7 @@ void FlowPlotPictureTest::TicksStandUnderTheGrid()
     {
         const double tick = Plot()->axisWidget(X)->x() + scale.transform(frame);
         const double line = Plot()->canvas()->x() + canvas.transform(frame);
-        QVERIFY2(IsNear(tick, line, 1.0),
+        QVERIFY2(IsNear(tick, line, 0.5),
                  qPrintable(QStringLiteral("%1: %2 and %3").arg(frame).arg(tick).arg(line)));
     }
 }
