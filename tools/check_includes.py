@@ -23,7 +23,8 @@ ROWS = [
      "project/configuration", "project/filedialogs"],
     # widgets
     ["project/dirsettings", "graphs/plotcurve", "graphs/gridandpos", "graphs/timescaledraw", "graphs/simpleplot",
-     "graphs/flowplot", "graphs/ignorelist", "graphs/graphwindow"],
+     "graphs/flowplot", "graphs/ignorelist", "graphs/graphwindow", "player/imageviewer", "player/playercapture",
+     "player/playerconverter", "player/previewplayer"],
     # window
     ["app/mainwindow"],
 ]

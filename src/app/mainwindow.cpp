@@ -9,6 +9,7 @@
 #include "batch/samefile.h"
 #include "batch/stabilizerhost.h"
 #include "batch/videofile.h"
+#include "player/previewplayer.h"
 #include "project/dirsettings.h"
 #include "stabilizer/camerapath.h"
 
@@ -33,6 +34,7 @@ MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
       GraphV(&Proj, &PathVertical, tr("down <- Vertical pixel movement -> up"), &Proj.FlowV),
       GraphAngle(&Proj, &PathRotationDegrees, tr("Rotation in 360°"), &Proj.FlowAngle),
       RecentMenu(nullptr),
+      Player(nullptr),
       QuickDirs(nullptr),
       ui(new Ui::MainWindow)
 {
@@ -64,6 +66,8 @@ MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
     ui->scrollAreaAngle->setWidget(&GraphAngle);
     RecentMenu = new QMenu;
     RecentMenu->setTitle(tr("Open Recent"));
+    Player = new PreviewPlayer(this, &Proj);
+    ui->scrollAreaPlay->setWidget(Player);
     Config.Load();
     QuickDirs = new DirSettings(this, &Proj, &Config);
     QuickDirs->accept();  // fills the sidebar of the file dialogs
@@ -120,9 +124,11 @@ void MainWindow::OpenFirstProject(const QString& projectFile)
 
 MainWindow::~MainWindow()
 {
+    Player->close();
     ProgramHost.Abort();
     ProgramHost.LetWorkerLeave();  // the worker reads the project, which goes with this window
     delete ui;
+    delete Player;
 }
 
 void MainWindow::on_actionexit_triggered() {}  // the form connects the action to close()
@@ -210,6 +216,10 @@ void MainWindow::ProcessUpdate(int t)
 {
     if (t == JobNone)
     {
+        if (Player != nullptr)
+        {
+            Player->Ended();
+        }
         // A save under a new name comes here even while a job calculates on the worker.
         const std::lock_guard<std::recursive_mutex> lock(EngineLock);
         for (CameraPath* path :
@@ -233,6 +243,10 @@ void MainWindow::ProcessUpdate(int t)
     ui->pushButtonCalculateTrack->setEnabled(hasPath);
     ui->pushButtonExportVideo->setEnabled(hasPath);
     MenuProjChangeable(isIdle);
+    if (Player != nullptr)
+    {
+        Player->JobStateChanged(t);
+    }
     for (GraphWindow* graph : {&GraphH, &GraphV, &GraphAngle})
     {
         graph->PlotUpdate();

@@ -11,6 +11,7 @@
 #include <cstdint>
 
 class DirSettings;
+class PreviewPlayer;
 class QMenu;
 
 namespace Ui
@@ -109,6 +110,7 @@ private:
     GraphWindow GraphAngle;
     std::int32_t CurrentTab = 0;  ///< tab whose settings its widgets hold
     QMenu* RecentMenu;            ///< "Open Recent"; without a parent, lives until the process ends
+    PreviewPlayer* Player;        ///< owned
     DirSettings* QuickDirs;       ///< child of this window
     Ui::MainWindow* ui;           ///< owned
 };

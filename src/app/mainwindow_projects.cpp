@@ -5,6 +5,7 @@
 #include "batch/jobstate.h"
 #include "batch/logrecord.h"
 #include "batch/stabilizerhost.h"
+#include "player/previewplayer.h"
 #include "project/filedialogs.h"
 
 #include "ui_mainwindow.h"
@@ -49,8 +50,10 @@ void MainWindow::on_actionnew_project_triggered()
         ProgramLog.Add(LogError, tr("Could not create project file"));
         return;
     }
+    Player->Close();
     CreateProject();
     Proj.SyncFileNames();
+    Player->Open();
 }
 
 void MainWindow::on_actionopen_project_triggered()
@@ -65,10 +68,12 @@ void MainWindow::on_actionopen_project_triggered()
         return;
     }
     ProcessUpdate(JobNone);
+    Player->Close();
     OpenProject(Config.ProjectFile);
     Config.Save();
     UpdateRecentMenu();
     Proj.SyncFileNames();
+    Player->Open();
 }
 
 void MainWindow::on_actionsave_project_triggered()
@@ -164,6 +169,7 @@ void MainWindow::MenuProjChangeable(bool en)
 void MainWindow::OpenProject(const QString& path)
 {
     ProcessUpdate(JobNone);
+    Player->Close();
     Config.ProjectFile = path;
     static_cast<void>(Proj.Load(Config.ProjectFile, true));  // a failure has its line in the log
     ProjectDir = DirOf(Config.ProjectFile);
@@ -172,6 +178,7 @@ void MainWindow::OpenProject(const QString& path)
     ProjectToAllForms();
     Proj.SyncFileNames();
     Config.Save();
+    Player->Open();
 }
 
 /** With their settings, which they take from the project. */
@@ -214,8 +221,10 @@ void MainWindow::on_pushButtonSourceVideo_clicked()
     {
         return;
     }
+    Player->Close();
     ui->lineEditSourceVideo->setText(Proj.SourceFile);
     Proj.SyncFileNames();
+    Player->Open();
     Proj.ExportFile = QStringLiteral("%1/%2.%3")
                           .arg(ProjectDir, BaseNameOf(Proj.SourceFile), QStringLiteral("mp4"));
     ui->lineEditExportVideo->setText(Proj.ExportFile);

@@ -93,6 +93,15 @@ int StabilizerHost::SaveData(const FileNames& block)
     return Stabilizer->SaveData();
 }
 
+void StabilizerHost::WarpFrameScaled(const cv::Mat& source, cv::Mat& target, int frame,
+                                     double scale)
+{
+    if (Stabilizer != nullptr)
+    {
+        Stabilizer->WarpFrameScaled(source, target, frame, scale);
+    }
+}
+
 int StabilizerHost::GetState() const
 {
     return Thread != nullptr ? Thread->GetState() : 0;

@@ -9,6 +9,11 @@ class Stabilize;
 struct FileNames;
 struct Project;
 
+namespace cv
+{
+class Mat;
+}
+
 /**
  * Owner of the active stabilizer and of the worker thread, for the whole process. All operations
  * are for the user interface thread, but Log and GeneratePath, which the worker calls too.
@@ -65,6 +70,13 @@ public:
      * of the writing
      */
     [[nodiscard]] int SaveData(const FileNames& block);
+
+    /**
+     * Warps a frame of the preview by the active stabilizer, see Stabilize::WarpFrameScaled;
+     * without one @p target stays as it is. The caller holds the engine lock and has seen that the
+     * paths reach @p frame.
+     */
+    void WarpFrameScaled(const cv::Mat& source, cv::Mat& target, int frame, double scale);
 
     /** Null until the first stabilizer. */
     [[nodiscard]] OpCVThread* GetThread() const { return Thread; }

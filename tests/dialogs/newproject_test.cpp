@@ -12,9 +12,9 @@
 namespace
 {
 const TestHome OuterHome;
-const QStringList NewProjectLines = {"Error    Source video file access error!",
-                                     "Run      Project file opened!",
-                                     "Run      Project file written!"};
+const QStringList NewProjectLines = {
+    "Error    Source video file access error!", "Run      Project file opened!",
+    "Run      Project file written!", "Error    Open Source.mp4 failed!"};
 }  // namespace
 
 /** "New Project". */

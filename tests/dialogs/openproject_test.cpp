@@ -37,6 +37,11 @@ private slots:
 
 private:
     [[nodiscard]] QString Trip() const { return InHome(QStringLiteral("Trip/Trip.mvprj")); }
+    /** The player opens the source with the project and once more behind it. */
+    [[nodiscard]] static QStringList LinesOf(const char* opened, const QString& source)
+    {
+        return {QString::fromLatin1(opened), NotOpened(source), NotOpened(source)};
+    }
     void MakeTrip() { QVERIFY(WriteObject(Trip(), SmallProject(Clip))); }
 };
 
@@ -44,7 +49,7 @@ void OpenProjectTest::ShowsTheProject()
 {
     MakeTrip();
     OpenProject(Trip());
-    QCOMPARE(NewLines(), QStringList{"Run      Project file opened!"});
+    QCOMPARE(NewLines(), LinesOf("Run      Project file opened!", Clip));
     QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE Trip.mvprj @ Molvane"));
     QCOMPARE(Window->Text("lineEditSourceVideo"), Clip);
     QCOMPARE(Window->Text("lineEditTrackingPathFile"), QStringLiteral("/data/T.dat"));
@@ -145,7 +150,7 @@ void OpenProjectTest::MissingFile()
     OpenProject(Trip());
     NewLines();
     OpenProject(InHome(QStringLiteral("gone.mvprj")));
-    QCOMPARE(NewLines(), QStringList{"Error    Project file access error!"});
+    QCOMPARE(NewLines(), LinesOf("Error    Project file access error!", Clip));
     QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE gone.mvprj @ Molvane"));
     QCOMPARE(Window->Text("lineEditSourceVideo"), Clip);
     QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 321.0);
@@ -156,7 +161,7 @@ void OpenProjectTest::NoJson()
 {
     QVERIFY(WriteBytes(Trip(), "not a project"));
     OpenProject(Trip());
-    QCOMPARE(NewLines(), QStringList{"Run      Project file opened!"});
+    QCOMPARE(NewLines(), LinesOf("Run      Project file opened!", QStringLiteral("Source.mp4")));
     QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("Source.mp4"));
     QCOMPARE(Window->Text("lineEditExportVideo"), QStringLiteral("Export.mp4"));
     QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 800.0);
@@ -168,7 +173,7 @@ void OpenProjectTest::OldExtension()
     QVERIFY(WriteObject(old, SmallProject(Clip)));
     OpenProject(old);
     QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE Trip.json @ Molvane"));
-    QCOMPARE(NewLines(), QStringList{"Run      Project file opened!"});
+    QCOMPARE(NewLines(), LinesOf("Run      Project file opened!", Clip));
     QVERIFY(QFile::exists(old));
     QCOMPARE(ReadObject(Trip()), ReadObject(old));
     const QStringList recent = {StartProjectPath(), Trip()};

@@ -38,6 +38,12 @@ protected:
     [[nodiscard]] QStringList RecentEntries() const;  ///< of the menu
     void ClickRecent(const QString& entry, Button answer) const;
 
+    /** The player's line about a source that is not there; the short of it fits a record. */
+    [[nodiscard]] static QString NotOpened(const QString& source)
+    {
+        return QStringLiteral("Error    Open %1 failed!").arg(source);
+    }
+
     QStringList NewLines();  ///< of the log since the last call
     [[nodiscard]] QString InHome(const QString& name) const { return Home->Path(name); }
 

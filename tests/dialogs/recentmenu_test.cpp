@@ -120,7 +120,8 @@ void RecentMenuTest::Opens()
     QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("Source.mp4"));
     NewLines();
     ClickRecent(a, QMessageBox::No);
-    QCOMPARE(NewLines(), QStringList{"Run      Project file opened!"});
+    QCOMPARE(NewLines(), QStringList({"Run      Project file opened!",
+                                      NotOpened(QStringLiteral("/videos/a.mov"))}));
     QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE a.mvprj @ Molvane"));
     QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("/videos/a.mov"));
     QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 321.0);
@@ -176,7 +177,8 @@ void RecentMenuTest::MissingFile()
     QVERIFY(QFile::remove(a));
     NewLines();
     ClickRecent(a, QMessageBox::No);
-    QCOMPARE(NewLines(), QStringList{"Error    Project file access error!"});
+    QCOMPARE(NewLines(), QStringList({"Error    Project file access error!",
+                                      NotOpened(QStringLiteral("/videos/b.mov"))}));
     QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE a.mvprj @ Molvane"));
     QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("/videos/b.mov"));
     QVERIFY(!QFile::exists(a));

@@ -5,13 +5,18 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 
 namespace
 {
+/** What the settings tab, or else the rest of the window, has of that name. */
 template <typename Object>
 Object& Find(const MainWindow& window, const char* name)
 {
-    auto* object = window.findChild<Object*>(QString::fromLatin1(name));
+    const auto* tabs = window.findChild<QTabWidget*>(QStringLiteral("tabWidgetMain"));
+    const QWidget* settings = tabs->widget(0);
+    auto* object = settings->findChild<Object*>(QString::fromLatin1(name));
+    object = object != nullptr ? object : window.findChild<Object*>(QString::fromLatin1(name));
     if (object == nullptr)
     {
         qFatal("the window has no %s", name);
