@@ -44,6 +44,7 @@ void WalkFirst(const QDir& out, const QString& video, double atMost, Report& rep
     walk.SaveProject();
     walk.TakeScreenshots();
     walk.CompareShake(atMost);
+    walk.WatchPlayer();
     walk.ShapePath();
 }
 

@@ -2,6 +2,7 @@
 #include "walk.h"
 
 #include "graphwalk.h"
+#include "playerwalk.h"
 #include "report.h"
 #include "userhands/answermodal.h"
 #include "walkthrough/shakemeter.h"
@@ -66,7 +67,12 @@ Walk::Walk(const QDir& out, const QString& video, Report& report)
 template <typename Widget>
 Widget* Walk::Find(const char* name)
 {
-    auto* widget = Window.findChild<Widget*>(QString::fromLatin1(name));
+    // Some names stand on several tabs; the walk means those of the first.
+    const QWidget* settings =
+        Window.findChild<QTabWidget*>(QStringLiteral("tabWidgetMain"))->widget(0);
+    const QString objectName = QString::fromLatin1(name);
+    auto* widget = settings->findChild<Widget*>(objectName);
+    widget = widget != nullptr ? widget : Window.findChild<Widget*>(objectName);
     if (widget == nullptr)
     {
         qFatal("the window has no %s", name);
@@ -238,6 +244,16 @@ void Walk::TakeScreenshots()
         Story.Step(tabs->currentIndex() == index && Window.grab().save(Out.filePath(file)),
                    QStringLiteral("screenshot %1").arg(file));
     }
+}
+
+void Walk::WatchPlayer()
+{
+    PlayerWalk player(Window, Out, Story);
+    player.Seek();
+    player.ShowViews();
+    player.PlayAndPause();
+    player.PlayToTheEnd();
+    player.StartJobDuringPlay();
 }
 
 void Walk::ShapePath()

@@ -31,6 +31,7 @@ public:
     void Export();
     void CheckExport();      ///< frame count, rate, size and codec of the exported file
     void TakeScreenshots();  ///< one per tab
+    void WatchPlayer();      ///< works the player tab
     void ShapePath();        ///< works the graph tabs; what comes of it is not saved
 
     /**
