@@ -51,6 +51,7 @@ private slots:
     void GridAndMarkerWithoutLine();
     void FramesCountAtFirst();
     void OnlyTheSourceShowsAtFirst();
+    void WhatShowsHasTheWholeWidth();
     void EndWithoutVideo();
 
 private:
@@ -291,6 +292,22 @@ void PlayerFormTest::FramesCountAtFirst()
 void PlayerFormTest::OnlyTheSourceShowsAtFirst()
 {
     QCOMPARE((*Player)->Areas(), QStringList("PlaySrc"));
+}
+
+/** But for the margins; graphs are never wider than they may be. */
+void PlayerFormTest::WhatShowsHasTheWholeWidth()
+{
+    Player->Show();
+    Player->Player().resize(990, 640);
+    const auto width = [this](const char* area)
+    { return Player->Player().findChild<QScrollArea*>(QString::fromLatin1(area))->width(); };
+    QTRY_VERIFY2(width("scrollAreaPlaySrc") >= 970, "the source alone");
+    Player->Player().JobStateChanged(JobPathReady);
+    Player->Player().View(ViewGraph);
+    QTRY_VERIFY2(width("scrollAreaH") >= 970, "the graphs alone");
+    Player->Player().View(ViewAll);
+    QTRY_VERIFY2(width("scrollAreaH") >= 400 && width("scrollAreaPlaySrc") > width("scrollAreaH"),
+                 "the pictures get what the graphs leave");
 }
 
 void PlayerFormTest::EndWithoutVideo()
