@@ -71,8 +71,11 @@ void ExportSeeksTest::init()
 
 void ExportSeeksTest::cleanup()
 {
+    if (Player != nullptr)  // the gate of its converter was closed by the first frame
+    {
+        Guard->Expect(QtWarningMsg, QStringLiteral("QMutex: destroying locked mutex"));
+    }
     Player.reset();
-    Guard->Expect(QtWarningMsg, QStringLiteral("QMutex: destroying locked mutex"));
     Window.reset();
     QCOMPARE(EndGuard(Guard), QStringList());
 }
