@@ -106,7 +106,11 @@ GraphWindow* MainWindow::GraphOfTab(int index)
     }
 }
 
-/** Of settings that stand on two tabs, those of the tab on show count: it is stored last. */
+/**
+ * Of settings that stand on two tabs, those of the tab on show count: it is stored last.
+ * Deliberate: from the settings and the player tab all graph tabs are stored, the rotation last, so
+ * that its copy of the global ignore list and of its switch wins, also over a newer one.
+ */
 void MainWindow::CommitSettings()
 {
     if (GraphWindow* graph = GraphOfTab(ui->tabWidgetMain->currentIndex()))
