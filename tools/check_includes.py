@@ -22,7 +22,8 @@ ROWS = [
     ["stabilizer/posrotstabilizer", "batch/opcvthread", "batch/stabilizerhost", "project/project",
      "project/configuration", "project/filedialogs"],
     # widgets
-    ["project/dirsettings", "graphs/plotcurve", "graphs/gridandpos", "graphs/timescaledraw", "graphs/simpleplot",
+    ["app/about", "app/aboutcodecs", "app/aboutopencv", "app/aboutqt", "app/help",
+     "project/dirsettings", "graphs/plotcurve", "graphs/gridandpos", "graphs/timescaledraw", "graphs/simpleplot",
      "graphs/flowplot", "graphs/ignorelist", "graphs/graphwindow", "player/imageviewer", "player/playercapture",
      "player/playerconverter", "player/previewplayer"],
     # window

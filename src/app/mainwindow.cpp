@@ -26,6 +26,14 @@ namespace
 {
 constexpr int SmallestRescale = 50;    ///< pixels
 constexpr int LargestRescale = 20000;  ///< pixels
+
+/** Also when it stands behind the window, which is how users ask for it a second time. */
+void ShowInFront(QDialog& dialog)
+{
+    dialog.setHidden(false);
+    dialog.raise();
+    dialog.activateWindow();
+}
 }  // namespace
 
 MainWindow::MainWindow(QWidget* parent, const QString& projectFile)
@@ -141,6 +149,32 @@ void MainWindow::on_actionFile_Settings_triggered()
 void MainWindow::on_actionDefault_Settings_triggered() {}
 
 void MainWindow::on_actionLook_Feel_triggered() {}
+
+void MainWindow::on_actionAbout_triggered()
+{
+    Config.ApplyStyleSheet();
+    ShowInFront(AboutDialog);
+}
+
+void MainWindow::on_actionAbout_Qt_triggered()
+{
+    ShowInFront(AboutQtDialog);
+}
+
+void MainWindow::on_actionAbout_OpenCV_triggered()
+{
+    ShowInFront(AboutOpenCVDialog);
+}
+
+void MainWindow::on_actionAbout_Codecs_triggered()
+{
+    ShowInFront(AboutCodecsDialog);
+}
+
+void MainWindow::on_actionHelp_triggered()
+{
+    ShowInFront(HelpDialog);
+}
 
 /**
  * Plain copy of the source through the codec, as a check of both; blocks the window for its whole

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/about.h"
+#include "app/aboutcodecs.h"
+#include "app/aboutopencv.h"
+#include "app/aboutqt.h"
+#include "app/help.h"
 #include "graphs/graphwindow.h"
 #include "project/configuration.h"
 #include "project/project.h"
@@ -48,6 +53,11 @@ public slots:
     void on_actionFile_Settings_triggered();
     void on_actionDefault_Settings_triggered();
     void on_actionLook_Feel_triggered();
+    void on_actionAbout_triggered();
+    void on_actionAbout_Qt_triggered();
+    void on_actionAbout_OpenCV_triggered();
+    void on_actionAbout_Codecs_triggered();
+    void on_actionHelp_triggered();
 
     /** Adds the recent entries that the menu lacks; none is removed while the program runs. */
     void UpdateRecentMenu();
@@ -109,8 +119,13 @@ private:
     GraphWindow GraphV;
     GraphWindow GraphAngle;
     std::int32_t CurrentTab = 0;  ///< tab whose settings its widgets hold
-    QMenu* RecentMenu;            ///< "Open Recent"; without a parent, lives until the process ends
-    PreviewPlayer* Player;        ///< owned
-    DirSettings* QuickDirs;       ///< child of this window
-    Ui::MainWindow* ui;           ///< owned
+    About AboutDialog;
+    AboutQt AboutQtDialog;
+    AboutOpenCV AboutOpenCVDialog;
+    AboutCodecs AboutCodecsDialog;
+    Help HelpDialog;
+    QMenu* RecentMenu;       ///< "Open Recent"; without a parent, lives until the process ends
+    PreviewPlayer* Player;   ///< owned
+    DirSettings* QuickDirs;  ///< child of this window
+    Ui::MainWindow* ui;      ///< owned
 };

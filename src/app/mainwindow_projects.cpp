@@ -36,6 +36,14 @@ void MainWindow::closeEvent(QCloseEvent* e)
     if (!AskSaveProject(tr("Exit")))
     {
         e->ignore();
+        return;
+    }
+    // They have no parent, and the process lives as long as any window shows.
+    const std::initializer_list<QDialog*> dialogs = {
+        &AboutDialog, &AboutQtDialog, &AboutOpenCVDialog, &AboutCodecsDialog, &HelpDialog};
+    for (QDialog* dialog : dialogs)
+    {
+        dialog->close();
     }
 }
 

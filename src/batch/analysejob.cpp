@@ -42,7 +42,7 @@ int Stabilize::AnalyseJob(const ::TrackingParameters& parameters)
     FrameWidth = video.GetWidth();
     FrameHeight = video.GetHeight();
     FrameRate = TruncateToInt32(video.GetFps());
-    if (!TrackAllFrames(video, video.GetFrameCount()))
+    if (!TrackAllFrames(video, video.GetFrameCount(), TrackedPoints::Fresh))
     {
         return AbortJob(video, "Analyse aborted!");
     }
@@ -63,12 +63,13 @@ int Stabilize::AnalyseJob(const ::TrackingParameters& parameters)
 }
 
 /**
- * Tracks features through the video into TrackingPoints and the motion. A frame that cannot be read
+ * Follows points through the video into TrackingPoints and the motion. A frame that cannot be read
  * counts as a copy of the one before. Deliberate: one more step over two equal images at the end
  * gives the motion one entry per frame, where there is one pair less.
- * @return false when the user asked to stop; what was measured until then stays
+ * @param tracked  Fresh looks for corners in each frame; Stored follows what TrackingPoints holds
+ * @return         false when the user asked to stop; what was measured until then stays
  */
-bool Stabilize::TrackAllFrames(VideoFile& video, int frameCount)
+bool Stabilize::TrackAllFrames(VideoFile& video, int frameCount, TrackedPoints tracked)
 {
     cv::Mat first;
     cv::Mat current;
@@ -78,7 +79,11 @@ bool Stabilize::TrackAllFrames(VideoFile& video, int frameCount)
     static_cast<void>(
         video.ReadFrame(first));  // an unreadable first frame ends in the library's own error
     cv::cvtColor(first, previousGray, cv::COLOR_BGR2GRAY, 0);
-    TrackingPoints.resize(static_cast<std::size_t>(std::max(frameCount, 0)));
+    const auto frames = static_cast<std::size_t>(std::max(frameCount, 0));
+    if (tracked == TrackedPoints::Fresh || TrackingPoints.size() < frames)
+    {
+        TrackingPoints.resize(frames);  // stored points fall short of a source that got longer
+    }
     PrepareFrames(frameCount);
     for (int i = 1; i < frameCount; ++i)
     {
@@ -87,7 +92,10 @@ bool Stabilize::TrackAllFrames(VideoFile& video, int frameCount)
             return false;
         }
         std::vector<cv::Point2f>& points = TrackingPoints[static_cast<std::size_t>(i)];
-        FindFeatures(previousGray, TrackingParameters.MaxTrackingPoints, points);
+        if (tracked == TrackedPoints::Fresh)
+        {
+            FindFeatures(previousGray, TrackingParameters.MaxTrackingPoints, points);
+        }
         if (video.ReadFrame(current) == ResultOk)
         {
             cv::cvtColor(current, nextGray, cv::COLOR_BGR2GRAY, 0);
@@ -105,7 +113,8 @@ bool Stabilize::TrackAllFrames(VideoFile& video, int frameCount)
     }
     if (frameCount > 1)
     {
-        TrackFrame(previousGray, nextGray, TrackingPoints.back(), nextPoints);
+        const auto last = static_cast<std::size_t>(frameCount - 1);
+        TrackFrame(previousGray, nextGray, TrackingPoints[last], nextPoints);
     }
     return true;
 }

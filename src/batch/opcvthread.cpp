@@ -69,6 +69,7 @@ void OpCVThread::run()
 std::int32_t OpCVThread::RunJob(std::int32_t state)
 {
     const auto analyse = [this] { return Stabilizer->AnalyseJob(Proj->TrackingParameters); };
+    const auto stabilize = [this] { return Stabilizer->StabilizeJob(&Proj->TrackingParameters); };
     const auto exportVideo = [this]
     { static_cast<void>(Stabilizer->ExportJob(Proj->ExportSettings)); };
     const auto readTracking = [this] { return Stabilizer->ReadTracking(Proj->TrackingParameters); };
@@ -79,6 +80,8 @@ std::int32_t OpCVThread::RunJob(std::int32_t state)
             return JobNone;
         case JobAnalyse:
             return analyse() == ResultOk ? JobPathReady : JobNone;
+        case JobStabilize:
+            return stabilize() == ResultOk ? JobPathReady : JobTrackingReady;
         case JobExport:
             exportVideo();  // a failed export leaves the path as good as it was
             return JobPathReady;

@@ -27,7 +27,7 @@ void Stabilize::RequestAbort()
 
 /**
  * Every way out of a job goes through here, so that RequestAbort never waits for a job that has
- * gone.
+ * gone; but for two of StabilizeJob.
  */
 int Stabilize::EndJob(int result)
 {

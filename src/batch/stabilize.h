@@ -84,6 +84,19 @@ public:
      */
     [[nodiscard]] int AnalyseJob(const ::TrackingParameters& parameters);
 
+    /**
+     * Brings the motion back from tracking points in memory without looking for new ones: from
+     * memory, from the stabilization file, or else by one more reading of the source. A full
+     * analysis follows when the points no longer fit source or settings. Worker thread.
+     *
+     * Deliberate: after a motion measured anew, and after tracking data that cannot be checked,
+     * JobStatus stays JobRunning; a RequestAbort would wait for ever. No button starts this job.
+     * @param parameters  null runs the full analysis with the parameters that the object holds
+     * @return            a result code; ResultNoData without points, or when the motion could not
+     *                    be written
+     */
+    [[nodiscard]] int StabilizeJob(const ::TrackingParameters* parameters);
+
     /** Writes the stabilized video. @return a result code */
     [[nodiscard]] int ExportJob(const ::ExportSettings& settings);
 
@@ -147,8 +160,17 @@ public:
     std::vector<std::vector<cv::Point2f>> TrackingPoints;
 
 private:
+    /** Where the points of a frame come from. */
+    enum class TrackedPoints
+    {
+        Fresh,
+        Stored
+    };
+
     [[nodiscard]] int EndJob(int result);
     [[nodiscard]] int AbortJob(VideoFile& video, const char* message);
     [[nodiscard]] int FailExport(VideoFile& video);
-    [[nodiscard]] bool TrackAllFrames(VideoFile& video, int frameCount);
+    [[nodiscard]] int FailStabilize();
+    [[nodiscard]] bool TrackAllFrames(VideoFile& video, int frameCount, TrackedPoints tracked);
+    [[nodiscard]] int MeasureStoredPoints();
 };
