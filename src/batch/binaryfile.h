@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <fstream>
 #include <type_traits>
 
@@ -8,6 +9,10 @@
  * How the data files are read and written: plain numbers and records in native byte order, no
  * header.
  */
+
+/// What a reader believes of a count of frames or samples.
+inline constexpr std::int32_t FewestEntries = 2;
+inline constexpr std::int32_t MostEntries = 39999999;
 
 /**
  * Opens @p path, emptied, for writing, unless it is the file @p source. @return whether it is open

@@ -15,8 +15,6 @@ namespace
 {
 constexpr std::size_t SourcePathSize =
     256;  ///< bytes, the closing zero included; longer paths are cut alike
-constexpr std::int32_t FewestFrames = 2;
-constexpr std::int32_t MostFrames = 39999999;
 constexpr std::int32_t FewestPoints = 3;
 constexpr std::int32_t MostPoints = 19999;
 
@@ -167,7 +165,7 @@ int Stabilize::ReadTracking(const ::TrackingParameters& parameters)
     {
         return ResultDamaged;
     }
-    if (frameCount < FewestFrames || frameCount > MostFrames)
+    if (frameCount < FewestEntries || frameCount > MostEntries)
     {
         ProgramHost.Log(LogError, "Tracking file error!");
         return ResultDamaged;

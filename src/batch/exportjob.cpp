@@ -65,17 +65,6 @@ private:
     cv::Mat Output;
 };
 
-/**
- * False for a source that has grown since it was analysed, or for motion that a damaged file left
- * short.
- */
-bool HasCorrections(int frameCount)
-{
-    return PathHorizontal.Result.Correction.size() >= frameCount &&
-           PathVertical.Result.Correction.size() >= frameCount &&
-           PathRotation.Result.Correction.size() >= frameCount;
-}
-
 void LogProgress(int frame, int frameCount)
 {
     const std::string line =

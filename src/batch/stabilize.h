@@ -150,8 +150,8 @@ public:
     std::int32_t FrameHeight = 0;     ///< source pixels
     std::int32_t FrameRate = 0;       ///< frames per second, truncated: 29.97 is held as 29
     /// JobStatusValue. The worker writes JobRunning and JobEnded, the user interface thread writes
-    /// JobAbortRequested, both read. A plain field is enough: each store is one aligned number, and
-    /// both sides look at it again and again.
+    /// JobAbortRequested, and JobEnded once the worker has left; both read. A plain field is
+    /// enough: each store is one aligned number, and both sides look at it again and again.
     std::int32_t JobStatus = JobEnded;
     bool StabilizeLoaded = false;  ///< the motion is complete
     bool PathGenerated = false;    ///< GeneratePath has run since the last PrepareFrames

@@ -33,7 +33,7 @@ public:
 
     /**
      * Makes the worker thread, if there is none, and the stabilizer of @p type; only type 1 has
-     * one.
+     * one. The caller has deleted the one before.
      * @param project not owned; outlives all jobs
      * @return true when this call made the thread
      */

@@ -237,6 +237,7 @@ void FlowPlot::SetPosition(double frame)
 
 double FlowPlot::GetFps() const
 {
+    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
     return Path->FramesPerSecond;
 }
 

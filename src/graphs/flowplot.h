@@ -70,9 +70,9 @@ signals:
     void UpdateAvailable();  ///< new curves stand, after UpdateAndAnnounce
 
 public slots:
-    void WorkAround();  ///< the second update of a change
-    void ZoomHorizontal(bool Enable);
-    void ZoomVertical(bool Enalbe);
+    void WorkAround();                 ///< the second update of a change
+    void ZoomHorizontal(bool Enable);  ///< whether the mouse wheel zooms the x axis
+    void ZoomVertical(bool Enalbe);    ///< whether the mouse wheel zooms the y axis
 
 private:
     struct CurveSource;

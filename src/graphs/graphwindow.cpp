@@ -120,12 +120,6 @@ void GraphWindow::SaveSettings()
 
 /** A hidden plot leaves its axes alone; without this they would follow only at the second update.
  */
-void GraphWindow::showEvent(QShowEvent* e)
-{
-    QWidget::showEvent(e);
-    Flow.GetPlot()->replot();
-}
-
 void GraphWindow::UpdateListStates()
 {
     const bool any =

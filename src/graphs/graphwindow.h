@@ -63,6 +63,9 @@ signals:
     void CalculateCameraPath();  ///< the user wants the path anew
 
 public slots:
+    // Slots of the widgets, connected by name. Boxes that turn a list on or off store that at once
+    // and ask for the path; those of the display change the plot alone.
+
     void on_pushButtonCalc_clicked();
     void on_checkBoxZoomDeviation_clicked(bool checked);
     void on_checkBoxZoomTimeline_clicked(bool checked);
@@ -77,6 +80,8 @@ public slots:
     void on_checkBoxEnManualCorrect_clicked(bool checked);
     void on_treeWidgetManualPathList_customContextMenuRequested(QPoint pos);
     void on_comboBoxGraphMouse_currentIndexChanged(int index);
+
+    // Entries of the menu, and what else changes tree and plot.
 
     /**
      * Takes the tree into ManualSections and builds it anew: points without a frame number go,
@@ -93,23 +98,20 @@ public slots:
      */
     void FlatIn();
 
-    void AddPoint();     ///< Deliberate: a point at frame 0 in the current section, as in FlatIn
-    void RemovePoint();  ///< Deliberate: leaves the section's title, until the next sort
-    void RemoveSection();
-    void EndFlow();  ///< menu entries have no section to add to until the next click
-    void FlatOut();  ///< a point at the last frame, and the section is closed
-    void ClearAllSections();
-    void DoNothing();   ///< the line in the menu
-    void PlotUpdate();  ///< new data: the plot anew, as the boxes say
+    void AddPoint();       ///< Deliberate: a point at frame 0 in the current section, as in FlatIn
+    void RemovePoint();    ///< Deliberate: leaves the section's title, until the next sort
+    void RemoveSection();  ///< the section under the last right click, with its points
+    void EndFlow();        ///< menu entries have no section to add to until the next click
+    void FlatOut();        ///< a point at the last frame, and the section is closed
+    void ClearAllSections();  ///< empties the tree; the path itself waits for SaveSettings
+    void DoNothing();         ///< the line in the menu
+    void PlotUpdate();        ///< new data: the plot anew, as the boxes say
 
     /** A point in the nearest section, or in a first one. @param pos  frame and value */
     void GraphLeftClick(QPointF pos);
 
     /** An ignore section in the list of the mouse action. @param rect  frames and values */
     void GraphRect(QRectF rect);
-
-protected:
-    void showEvent(QShowEvent* e) override;  ///< the axes of what was plotted while hidden
 
 private:
     [[nodiscard]] int FrameCount() const;

@@ -142,6 +142,12 @@ SimplePlot::~SimplePlot()
     ClearCurves();
 }
 
+void SimplePlot::showEvent(QShowEvent* e)
+{
+    QwtPlot::showEvent(e);
+    replot();
+}
+
 void SimplePlot::Refresh()
 {
     if (isVisible())

@@ -71,11 +71,11 @@ public:
     /** Stores a band: per frame a stroke of @p halfHeight above and below its centre. */
     void SetBand(QVector<double> centres, double halfHeight, QPen pen);
     void ShowBand(bool on);  ///< a band without centres stays off
-    void ClearLine();
+    void ClearLine();        ///< forgets the clicked points
 
     // Axes.
 
-    void SetXTitle(QString text);
+    void SetXTitle(QString text);  ///< below the x axis
     void SetYTitle(QString text);  ///< turns the labels of the axis, too, along the axis
 
     /**
@@ -105,12 +105,15 @@ signals:
     void RectDraged(QRectF rect);      ///< never sent
 
 public slots:
-    void Show(bool on);
+    void Show(bool on);                ///< shows or hides the plot
     void ZoomHorizontal(bool Enable);  ///< whether the mouse wheel zooms the x axis
     void ZoomVertical(bool Enalbe);    ///< whether the mouse wheel zooms the y axis
     void LeftClick(QPointF pos);       ///< adds a point to the click line
     void pointsSelected(QRectF rect);  ///< a line for the log
     void Line(QPolygon poly);          ///< makes @p poly the click line, with a line for the log
+
+protected:
+    void showEvent(QShowEvent* e) override;  ///< the axes of what was plotted while hidden
 
 private:
     void MakePickers();

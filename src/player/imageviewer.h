@@ -11,11 +11,11 @@ class ImageViewer : public QWidget
     Q_PROPERTY(QImage image READ GetImage WRITE setImage)
 
 public:
-    ImageViewer() = default;
+    ImageViewer() = default;  ///< without parent and image
     ImageViewer(const ImageViewer&) = delete;
     ImageViewer& operator=(const ImageViewer&) = delete;
 
-    [[nodiscard]] QImage GetImage() const { return Image; }
+    [[nodiscard]] QImage GetImage() const { return Image; }  ///< the last one; null at first
 
 public slots:
     /**

@@ -54,7 +54,11 @@ int PlayerCapture::Open(char* filename)
     CurrentFrame = 0;
     PlayedMs = 0.0;
     ReportedMs = 0.0;
-    static_cast<void>(ReadNext());  // a video without frames ends at its first shot
+    if (!ReadNext())
+    {
+        Frame.release();  // a video without frames ends at its first shot; no picture of the last
+                          // one
+    }
     Report();
     return FrameCount;
 }

@@ -36,7 +36,7 @@ public:
     // The order of signals and slots is part of the design.
 signals:
     void Ended();                               ///< no frame is left; the receiver pauses
-    void frameReady(cv::Mat frame, int index);  ///< 8-bit BGR; the next read overwrites it
+    void frameReady(cv::Mat frame, int index);  ///< 8-bit BGR; a later read overwrites it
     void Position(int FrameNr);  ///< at each change of the state, and every two seconds of play
 
 public slots:

@@ -30,14 +30,6 @@ cv::Mat Fit(QImage& image, int width, int height)
                           : cv::Mat(height, width, CV_8UC3, image.bits(),
                                     static_cast<std::size_t>(image.bytesPerLine()));
 }
-
-/** Whether all paths that move frame @p index reach it: the video may be longer than they are. */
-bool HasCorrections(int index)
-{
-    return index >= 0 && index < PathHorizontal.Result.Correction.size() &&
-           index < PathVertical.Result.Correction.size() &&
-           index < PathRotation.Result.Correction.size();
-}
 }  // namespace
 
 PlayerConverter::PlayerConverter(QObject* parent, ExportSettings* settings)
@@ -129,7 +121,8 @@ void PlayerConverter::PrepareBuffers(const cv::Mat& frame)
 bool PlayerConverter::Stabilized(int index)
 {
     const std::lock_guard<std::recursive_mutex> lock(EngineLock);
-    if (!PathHorizontal.HasValidData() || !PathRotation.HasValidData() || !HasCorrections(index))
+    if (!PathHorizontal.HasValidData() || !PathRotation.HasValidData() || index < 0 ||
+        !HasCorrections(index + 1))
     {
         return false;
     }

@@ -23,7 +23,10 @@ constexpr int SecondsPerMinute = 60;
 constexpr int MsPerSecond = 1000;
 constexpr int MsPerMinute = 60000;
 
-/** @p frames or milliseconds over @p fps, truncated; 0 for a frame rate that says nothing. */
+/**
+ * @p amount, frames or thousandths of a frame, over @p fps, truncated; 0 for a frame rate that says
+ * nothing.
+ */
 std::int32_t DivideByFps(std::int32_t amount, double fps)
 {
     return fps == 0.0 || !std::isfinite(fps) ? 0 : TruncateToInt32(amount / fps);

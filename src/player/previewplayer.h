@@ -51,6 +51,8 @@ public:
 
     // The order of the slots is part of the design.
 public slots:
+    // Slots of the widgets, connected by name.
+
     void on_pushButtonReset_clicked();
     void on_pushButtonPlayPause_clicked();
     void on_pushButtonTime_clicked();
@@ -58,7 +60,8 @@ public slots:
     void on_checkBoxPath_clicked(bool checked);
     void on_checkBoxMargin_clicked(bool checked);
     void on_checkBoxShowMore_clicked(bool checked);
-    void ViewTypeUpdate(int val);
+
+    void ViewTypeUpdate(int val);  ///< View and, in pause, the picture anew. @param val  a ViewType
 
     /**
      * Moves the controls to a frame. Deliberate: with the margin band on, the markers of the graphs
@@ -71,15 +74,21 @@ public slots:
      */
     void View(ViewType Type);
 
-    void SetFPS(int FPS);
-    void SetZoom(double f);
+    void SetFPS(int FPS);      ///< pace of the play, frames per second
+    void SetZoom(double f);    ///< size of both pictures over that of the frame, above 0.0
     void TimeChanged(int n);   ///< seeks to the minutes and seconds on show
     void SetPosition(int n);   ///< seeks to a frame, unless it was the last one sought
     void SetSliderPosition();  ///< the same for the slider
 
-    void Open();  ///< the project's source; a video that does not open counts 0 frames
-    void Close();
-    void Workaround();  ///< opens the source and draws the graphs; nothing is connected to it
+    void Open();   ///< the project's source; a video that does not open counts 0 frames
+    void Close();  ///< ends the play and closes the video; frame 0 is the position then
+
+    /**
+     * Opens the source unless it plays, and draws the graphs while frame 0 shows; nothing is
+     * connected to it.
+     */
+    void Workaround();
+
     void Ended();       ///< into pause
     QString TextMax();  ///< the end of the video, as frame or as minutes and seconds
 

@@ -221,3 +221,10 @@ void CameraPath::GetManualPath(std::vector<ManualPathSection>& list) const
         list.clear();
     }
 }
+
+bool HasCorrections(int frameCount)
+{
+    return PathHorizontal.Result.Correction.size() >= frameCount &&
+           PathVertical.Result.Correction.size() >= frameCount &&
+           PathRotation.Result.Correction.size() >= frameCount;
+}

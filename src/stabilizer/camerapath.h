@@ -22,7 +22,8 @@ struct Project;
  * Generate runs on the thread that asks for it, the user interface or the worker, under the engine
  * lock. The operations here that read take no lock but HasValidData: graphs and player hold it
  * themselves while they read, and an export reads what nobody changes. After Generate on a
- * non-empty motion all lists have its length.
+ * non-empty motion the measured lists, those of the enabled stages and those of Result have its
+ * length; a disabled stage keeps its old ones.
  */
 class CameraPath
 {
@@ -61,8 +62,9 @@ public:
     [[nodiscard]] double ShakinessAt(int frame) const;
 
     /**
-     * True when there are at least 5 frames and all enabled stages but Result, which is not looked
-     * at, are complete: graphs and preview may read. Takes the engine lock.
+     * True when there are at least 5 frames, the shakiness path is as long as the shakiness, and
+     * all enabled stages but Result, which is not looked at, are complete: graphs and preview may
+     * read. Takes the engine lock.
      */
     [[nodiscard]] bool HasValidData() const;
 
@@ -115,3 +117,10 @@ extern CameraPath PathHorizontal;       ///< pixels, moves the frames
 extern CameraPath PathVertical;         ///< pixels, moves the frames
 extern CameraPath PathRotation;         ///< radians, turns the frames
 extern CameraPath PathRotationDegrees;  ///< degrees, for the rotation graph alone
+
+/**
+ * True when the paths that move and turn the frames have corrections for the first @p frameCount
+ * frames. False for a source that has grown since it was analysed, or for motion that a damaged
+ * file left short. Takes no lock.
+ */
+[[nodiscard]] bool HasCorrections(int frameCount);

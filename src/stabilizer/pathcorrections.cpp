@@ -57,6 +57,7 @@ void DrawLine(QVector<double>& position, const LineEnd& from, const LineEnd& to)
             inverse;
     }
 }
+
 /** Which ends of the video the lines of a manual path have reached. */
 struct ReachedEnds
 {

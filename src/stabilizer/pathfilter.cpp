@@ -155,7 +155,6 @@ void FinishHead(QVector<double>& path, std::uint64_t delay, bool drawLine, doubl
         head[t] = static_cast<double>(t) * toStep + static_cast<double>(delay - t) * fromStep;
     }
 }
-
 }  // namespace
 
 double CropMargin(double value, double angle, double size, int offset, double cropFactor)

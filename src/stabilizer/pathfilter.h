@@ -79,6 +79,7 @@ void CalculateCorrection(PathFilterStage& stage, const QVector<double>& shakines
  * are good. The first stretch counts as it is; a later good one counts only if its length, and the
  * time since the stretch before the last bad one that counts began, exceed three ramps. The last
  * change never counts, and the good stretch before it is measured by the one before.
+ * Deliberate: when frame 0 is good and the first bad stretch is disregarded, so are all later ones.
  * @param ignoreStart  bad margins that begin behind frame 0 and up to this frame are disregarded
  * A disabled stage is left alone. In pathfilter_weights.cpp, like BlendPaths.
  */

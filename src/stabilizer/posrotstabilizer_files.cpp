@@ -10,9 +10,6 @@
 
 namespace
 {
-constexpr std::int32_t FewestSamples = 2;
-constexpr std::int32_t MostSamples = 39999999;
-
 /** One sample of the stabilization file. */
 struct MotionRecord
 {
@@ -49,7 +46,11 @@ int PosRotStabilizer::WriteStabilizeFile()
             return ResultDamaged;
         }
     }
-    file.close();
+    file.close();  // what a full disk refuses may show only here
+    if (!file)
+    {
+        return ResultDamaged;
+    }
     ProgramHost.Log(LogRun, "Stabilizing file written!");
     return ResultOk;
 }
@@ -76,7 +77,7 @@ int PosRotStabilizer::ReadStabilizeFile()
         return ResultDamaged;
     }
     // Deliberate: a count outside the limits reads nothing and counts as success all the same.
-    if (count >= FewestSamples && count <= MostSamples)
+    if (count >= FewestEntries && count <= MostEntries)
     {
         PrepareFrames(count);
         for (int i = 0; i < count; ++i)

@@ -89,8 +89,8 @@ void PosRotStabilizer::TrackFrame(const cv::Mat& previousGray, const cv::Mat& ne
     Transform = EstimateRigid(points, nextPoints);
     if (Transform.empty())
     {
-        LastTransform.copyTo(
-            Transform);  // a frame that cannot be measured repeats the last estimate
+        // A frame that cannot be measured repeats the last estimate.
+        LastTransform.copyTo(Transform);
     }
     Transform.copyTo(LastTransform);
     if (Transform.empty())

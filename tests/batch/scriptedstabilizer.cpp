@@ -21,6 +21,7 @@ int ScriptedStabilizer::WriteStabilizeFile()
 int ScriptedStabilizer::ReadStabilizeFile()
 {
     Calls.append(QStringLiteral("ReadStabilizeFile"));
+    OnRead();
     return ReadResult;
 }
 

@@ -40,6 +40,7 @@ public:
     std::function<void()> OnPrepare = [] {};   ///< in PrepareFrames
     std::function<void()> OnGenerate = [] {};  ///< in GeneratePath
     std::function<void()> OnWrite = [] {};     ///< in WriteStabilizeFile
+    std::function<void()> OnRead = [] {};      ///< in ReadStabilizeFile
     /// In TrackFrame, with the number of the call from 1, the earlier frame and the points.
     std::function<void(int call, const cv::Mat& gray, std::vector<cv::Point2f>& points)> OnTrack =
         [](int, const cv::Mat&, std::vector<cv::Point2f>&) {};

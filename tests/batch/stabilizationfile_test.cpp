@@ -80,9 +80,11 @@ private slots:
     void BytesOfAFile();
     void CannotBeWritten_data();
     void CannotBeWritten();
+    void FullDisk_data();
     void FullDisk();
     void NeverWritesOverTheSource();
     void ReadsSamples();
+    void ManySamples();
     void CountsOutsideTheRangeCountAsRead_data();
     void CountsOutsideTheRangeCountAsRead();
     void TruncatedFiles_data();
@@ -142,15 +144,23 @@ void StabilizationFileTest::CannotBeWritten()
     QCOMPARE(setup.Lines.All(), QStringList({line}));
 }
 
+void StabilizationFileTest::FullDisk_data()
+{
+    QTest::addColumn<int>("samples");
+    QTest::newRow("far more than any buffer holds") << 100000;
+    QTest::newRow("few enough to fail only when the file is closed") << 300;
+}
+
 void StabilizationFileTest::FullDisk()
 {
+    QFETCH(int, samples);
     QVERIFY2(QFile::exists("/dev/full"), "the device that is always full is part of every Linux");
     BatchSetup setup;
     PosRotStabilizer stabilizer;
     setup.GivePaths(stabilizer);
     SetField(stabilizer.FileNames.StabilizationFile, "/dev/full");
-    stabilizer.PrepareFrames(100000);  // far more than any buffer holds
-    stabilizer.MotionCount = 100000;
+    stabilizer.PrepareFrames(samples);
+    stabilizer.MotionCount = static_cast<std::uint64_t>(samples);
     QCOMPARE(stabilizer.WriteStabilizeFile(), -1);
     QCOMPARE(setup.Lines.All(), QStringList());
 }
@@ -186,6 +196,15 @@ void StabilizationFileTest::ReadsSamples()
     QCOMPARE(reader.Object.FrameWidth, 1920);
     QCOMPARE(reader.Object.FrameHeight, 1080);
     QCOMPARE(reader.Object.FrameRate, 29);
+}
+
+void StabilizationFileTest::ManySamples()
+{
+    Reader reader(Int(2000) + Zeros(1999 * 24) + SecondSample());
+    QCOMPARE(reader.Object.ReadStabilizeFile(), 0);
+    QCOMPARE(reader.Object.MotionCount, std::uint64_t{2000});
+    QCOMPARE(reader.Object.MotionX.size(), 2000);
+    QCOMPARE(reader.Object.MotionY.at(1999), 3.0);
 }
 
 void StabilizationFileTest::CountsOutsideTheRangeCountAsRead_data()

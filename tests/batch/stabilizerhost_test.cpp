@@ -119,6 +119,8 @@ void StabilizerHostTest::OtherTypesHaveNoStabilizer()
 {
     Project project;
     FreshHost host;
+    LogLines lines;
+    lines.Attach(ProgramHost.SelectStabilizer(2, &project));
     for (const int type : {2, 0, -1})
     {
         static_cast<void>(ProgramHost.SelectStabilizer(type, &project));
@@ -135,6 +137,7 @@ void StabilizerHostTest::OtherTypesHaveNoStabilizer()
         QVERIFY(!hasFinished);
         ProgramHost.Abort();  // returns
     }
+    QCOMPARE(lines.All(), QStringList());
 }
 
 void StabilizerHostTest::GeneratePathWithoutMotion()

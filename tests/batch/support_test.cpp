@@ -64,7 +64,8 @@ void SupportTest::LinesSeeMessagesOfTheLabelOnly()
     ProgramHost.Log(4, "debug");
     ProgramHost.Log(1, "run");
     ProgramHost.Log(4, "more debug");
-    QCOMPARE(setup.Lines.All(), QStringList({"4 debug", "1 run", "4 more debug"}));
+    ProgramHost.Log(5, "chatter");
+    QCOMPARE(setup.Lines.All(), QStringList({"4 debug", "1 run", "4 more debug", "5 chatter"}));
 }
 
 void SupportTest::LinesSeeTheSameMessageTwice()
@@ -73,8 +74,9 @@ void SupportTest::LinesSeeTheSameMessageTwice()
     ProgramHost.Log(1, "same");
     ProgramHost.Log(1, "same");
     ProgramHost.Log(4, "same");
+    ProgramHost.Log(5, "same");
     ProgramHost.Log(4, "same");
-    QCOMPARE(setup.Lines.All(), QStringList({"1 same", "1 same", "4 same", "4 same"}));
+    QCOMPARE(setup.Lines.All(), QStringList({"1 same", "1 same", "4 same", "5 same", "4 same"}));
 }
 
 void SupportTest::LinesComeFromTheWorkerInOrder()

@@ -64,6 +64,7 @@ private slots:
     void NeverWritesOverTheSource();
     void FrameCounts_data();
     void FrameCounts();
+    void ManyFrames();
     void PointCounts_data();
     void PointCounts();
     void MostPoints();
@@ -191,6 +192,14 @@ void TrackingFileTest::FrameCounts()
     {
         QVERIFY((reader.Object.TrackingPoints == std::vector<Points>{{{7.0F, 7.0F}}}));
     }
+}
+
+void TrackingFileTest::ManyFrames()
+{
+    Reader reader(Int(2000) + Zeros(2000 * 4));  // none with points
+    QCOMPARE(reader.Run(), 0);
+    QCOMPARE(reader.Setup.Lines.All(), QStringList({Read}));
+    QVERIFY(reader.Object.TrackingPoints == std::vector<Points>(2000));
 }
 
 void TrackingFileTest::PointCounts_data()

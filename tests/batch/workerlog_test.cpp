@@ -60,17 +60,17 @@ void WorkerLogTest::LevelsArrive()
     WorkerSetup setup;
     setup.Object.OnPrepare = []
     {
-        for (unsigned level = 0; level < 5; ++level)
+        for (unsigned level = 0; level < 6; ++level)
         {
             ProgramHost.Log(level, "text with % and %s and %n");
         }
     };
     setup.Proj.SyncFileNames();
     QCOMPARE(setup.RunJob(JobAnalyse), 9);
-    QCOMPARE(setup.Lines.All().mid(1, 5),
+    QCOMPARE(setup.Lines.All().mid(1, 6),
              QStringList({"0 text with % and %s and %n", "1 text with % and %s and %n",
                           "2 text with % and %s and %n", "3 text with % and %s and %n",
-                          "4 text with % and %s and %n"}));
+                          "4 text with % and %s and %n", "5 text with % and %s and %n"}));
 }
 
 void WorkerLogTest::SlowWindowKeepsTheOrder()
@@ -127,9 +127,9 @@ void WorkerLogTest::EachThreadHasItsQueue()
     Project project;
     OpCVThread other(&project);
     setup.Lines.Attach(&other);
-    other.AddLog(4, "of the other");
+    other.AddLog(5, "of the other");
     ProgramHost.Log(4, "of the host");
-    QCOMPARE(setup.Lines.All(), QStringList({"4 of the other", "4 of the host"}));
+    QCOMPARE(setup.Lines.All(), QStringList({"5 of the other", "4 of the host"}));
 }
 
 QTEST_MAIN(WorkerLogTest)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphs/flowplotpicturetest.h"
-
+#include "graphs/scalewatch.h"
+#include "support/doublelists.h"
 #include "support/testhome.h"
 
 #include <qwt_legend.h>
@@ -314,7 +315,11 @@ void FlowPlotPictureTest::NoCurvesAtAll()
     {
         Guard->Expect(QtWarningMsg, QStringLiteral("QwtLinearScaleEngine::divideScale: overflow"));
     }
+    const ScaleWatch& x = ScaleWatch::On(*Plot(), QwtPlot::xBottom);
+    const ScaleWatch& y = ScaleWatch::On(*Plot(), QwtPlot::yLeft);
     Flow->SetFlags(false, false, false, false);
+    QCOMPARE(Difference(x.Ends, InvertedExtremes), QString());
+    QCOMPARE(Difference(y.Ends, InvertedExtremes), QString());
     QVERIFY(Plot()->itemList(QwtPlotItem::Rtti_PlotCurve).isEmpty());
     QCOMPARE(Picture().Count(Red), 0);
     QCOMPARE(Picture().Count(Pink), 0);

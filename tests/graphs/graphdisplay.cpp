@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/endguard.h"
-#include "graphs/axistab.h"
+#include "graphs/graphdisplaytest.h"
 #include "graphs/graphwindowsuites.h"
 
 #include <QComboBox>
@@ -21,8 +21,6 @@ namespace
 constexpr int Frames = 20;
 const QString FrameTitle = QStringLiteral("Frame No.");
 const QString TimeTitle = QStringLiteral("Time [min:sec:ms]");
-const char* const ListTrees[] = {"treeWidgetGlobalIgnore", "treeWidgetIgnore",
-                                 "treeWidgetManualPathList"};
 
 /** Curves of a path of type 3 with the boxes of flow and deviation checked. */
 const QStringList AllFlow = {"Detected Shakiness", "Used Shakiness", "Shakiness Path",
@@ -46,47 +44,6 @@ QString FlowSpan(const CameraPath& path)
 }
 }  // namespace
 
-/** The check boxes and lists of a graph tab, and when its plot follows. */
-class GraphDisplayTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-    void MarginTextOfTheAxis_data();
-    void MarginTextOfTheAxis();
-    void ListStates_data();
-    void ListStates();
-    void ClickOnAListBox_data();
-    void ClickOnAListBox();
-    void OnlyClicksAskForAPath();
-    void PlotUpdateFollowsTheBoxes_data();
-    void PlotUpdateFollowsTheBoxes();
-    void PlotUpdateKeepsTheCorrection();
-    void PlotUpdateFollowsShadowAndTime();
-    void PlotUpdateEndsClicking();
-    void PlotUpdateWithoutDataEndsClicking();
-    void ClickOnABoxShowsItsCurves_data();
-    void ClickOnABoxShowsItsCurves();
-    void ClickOnShadowAndTime();
-    void ZoomBoxes_data();
-    void ZoomBoxes();
-    void MouseInThePlotReachesTheLists();
-    void LoadAndPlotDoesBoth();
-    void ShowsAtOnceWhatWasPlottedWhileHidden();
-    void ShowsAtOnceWhatWasPlottedOnAHiddenPage();
-
-private:
-    void Plot();
-    [[nodiscard]] QStringList ShownLists() const;
-    [[nodiscard]] QStringList EnabledLists() const;
-    [[nodiscard]] QString XTitle() const { return Tab->Plot().axisTitle(QwtPlot::xBottom).text(); }
-
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<AxisTab> Tab;
-};
-
 void GraphDisplayTest::init()
 {
     Guard = std::make_unique<MessageGuard>();
@@ -109,33 +66,6 @@ void GraphDisplayTest::Plot()
     QCOMPARE(Tab->Curves(), AllFlow);
 }
 
-QStringList GraphDisplayTest::ShownLists() const
-{
-    QStringList names;
-    for (const char* name : {"labelIgnStabListGlobal", "labelIgnStabList", "labelManPathList",
-                             ListTrees[0], ListTrees[1], ListTrees[2]})
-    {
-        if (Tab->Find<QWidget>(name)->isVisible())
-        {
-            names.append(QString::fromLatin1(name));
-        }
-    }
-    return names;
-}
-
-QStringList GraphDisplayTest::EnabledLists() const
-{
-    QStringList names;
-    for (const char* name : ListTrees)
-    {
-        if (Tab->Tree(name).isEnabled())
-        {
-            names.append(QString::fromLatin1(name));
-        }
-    }
-    return names;
-}
-
 void GraphDisplayTest::MarginTextOfTheAxis_data()
 {
     QTest::addColumn<bool>("isPixelAxis");
@@ -156,89 +86,6 @@ void GraphDisplayTest::MarginTextOfTheAxis()
     QCOMPARE(label->text(), QStringLiteral("Margin"));
     Tab->Window.PlotUpdate();
     QCOMPARE(label->text(), text);
-}
-
-void GraphDisplayTest::ListStates_data()
-{
-    QTest::addColumn<bool>("global");
-    QTest::addColumn<bool>("local");
-    QTest::addColumn<bool>("manual");
-    for (int i = 0; i < 8; ++i)
-    {
-        const bool global = (i & 1) != 0;
-        const bool local = (i & 2) != 0;
-        const bool manual = (i & 4) != 0;
-        QTest::addRow("global %s, local %s, manual %s", global ? "on" : "off", local ? "on" : "off",
-                      manual ? "on" : "off")
-            << global << local << manual;
-    }
-}
-
-void GraphDisplayTest::ListStates()
-{
-    QFETCH(bool, global);
-    QFETCH(bool, local);
-    QFETCH(bool, manual);
-    Project& project = Tab->Setup.Proj;
-    project.EnGlobalIgnoreList = global;
-    project.FlowV.EnableIgnoreSections = local;
-    project.FlowV.EnableManualPath = manual;
-    project.FlowH.EnableIgnoreSections = !local;  // of the path, which does not count here
-    project.FlowH.EnableManualPath = !manual;
-    Tab->Show();
-    Tab->Window.LoadSettings();
-    QCOMPARE(ShownLists().size(), global || local || manual ? 6 : 0);
-    QCOMPARE(Tab->Tree("treeWidgetGlobalIgnore").isEnabled(), global);
-    QCOMPARE(Tab->Tree("treeWidgetIgnore").isEnabled(), local);
-    QCOMPARE(Tab->Tree("treeWidgetManualPathList").isEnabled(), manual);
-}
-
-void GraphDisplayTest::ClickOnAListBox_data()
-{
-    QTest::addColumn<QString>("tree");
-    QTest::newRow("checkBoxEnIgnSectionsGlobal") << "treeWidgetGlobalIgnore";
-    QTest::newRow("checkBoxEnIgnSections") << "treeWidgetIgnore";
-    QTest::newRow("checkBoxEnManualCorrect") << "treeWidgetManualPathList";
-}
-
-void GraphDisplayTest::ClickOnAListBox()
-{
-    QFETCH(QString, tree);
-    Project& project = Tab->Setup.Proj;
-    project.EnGlobalIgnoreList = false;
-    project.FlowV.EnableIgnoreSections = false;
-    project.FlowV.EnableManualPath = false;
-    Tab->Window.LoadSettings();
-    Tab->Show();
-    int signalCount = 0;
-    const auto isOn = [&project](const char* list)
-    {
-        return list == ListTrees[0]   ? project.EnGlobalIgnoreList
-               : list == ListTrees[1] ? project.FlowV.EnableIgnoreSections
-                                      : project.FlowV.EnableManualPath;
-    };
-    QStringList enabledThen;
-    connect(&Tab->Window, &GraphWindow::CalculateCameraPath, this,
-            [&]()
-            {
-                ++signalCount;
-                enabledThen = EnabledLists();
-            });
-    Tab->Click(QTest::currentDataTag());
-    QCOMPARE(signalCount, 1);
-    QCOMPARE(enabledThen, QStringList{tree});
-    QCOMPARE(ShownLists().size(), 6);
-    for (const char* list : ListTrees)
-    {
-        QVERIFY2(isOn(list) == (tree == QLatin1String(list)), list);
-    }
-    QVERIFY(project.FlowH.EnableIgnoreSections && project.FlowH.EnableManualPath);
-    Tab->Click(QTest::currentDataTag());
-    QCOMPARE(signalCount, 2);
-    QCOMPARE(enabledThen, QStringList());
-    QCOMPARE(ShownLists(), QStringList());
-    QVERIFY(!isOn(ListTrees[0]) && !isOn(ListTrees[1]) && !isOn(ListTrees[2]));
-    disconnect(&Tab->Window, nullptr, this, nullptr);
 }
 
 void GraphDisplayTest::OnlyClicksAskForAPath()
@@ -441,5 +288,3 @@ std::unique_ptr<QObject> NewGraphDisplayTest()
 {
     return std::make_unique<GraphDisplayTest>();
 }
-
-#include "graphdisplay.moc"

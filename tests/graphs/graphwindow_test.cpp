@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "app/endguard.h"
-#include "graphs/axistab.h"
 #include "graphs/graphwindowsuites.h"
+#include "graphs/graphwindowtest.h"
 #include "graphs/treehands.h"
 #include "support/testhome.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QTest>
 
 #include <qwt_plot_panner.h>
 
 #include <limits>
-#include <memory>
 
 namespace
 {
@@ -22,40 +20,6 @@ const TestHome Home;
 constexpr int Frames = 20;
 constexpr double Infinite = std::numeric_limits<double>::infinity();
 constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
-
-/** A check box that stands for a field of the project, and the place of that field. */
-struct BoxField
-{
-    const char* Box;
-    bool& (*Field)(Project& project);
-};
-
-const BoxField BoxFields[] = {
-    {"checkBoxLock", [](Project& p) -> bool& { return p.FlowV.Lock; }},
-    {"checkBoxStartVal", [](Project& p) -> bool& { return p.FlowV.UseStartValue; }},
-    {"checkBoxEndVal", [](Project& p) -> bool& { return p.FlowV.UseEndValue; }},
-    {"checkBoxEnIgnSectionsGlobal", [](Project& p) -> bool& { return p.EnGlobalIgnoreList; }},
-    {"checkBoxEnIgnSections", [](Project& p) -> bool& { return p.FlowV.EnableIgnoreSections; }},
-    {"checkBoxEnManualCorrect", [](Project& p) -> bool& { return p.FlowV.EnableManualPath; }},
-};
-
-/** One row per box: its name. */
-void AddBoxes()
-{
-    QTest::addColumn<bool>("otherBoxes");
-    for (const BoxField& field : BoxFields)
-    {
-        QTest::addRow("%s on, all others off", field.Box) << false;
-        QTest::addRow("%s off, all others on", field.Box) << true;
-    }
-}
-
-/** Whether the row of AddBoxes at hand has that box checked. */
-bool IsOnInRow(const char* box, bool otherBoxes)
-{
-    const QByteArray row = QTest::currentDataTag();
-    return row.startsWith(QByteArray(box) + ' ') ? !otherBoxes : otherBoxes;
-}
 
 void SetNumber(Project& project, const QByteArray& field, double value)
 {
@@ -89,88 +53,7 @@ double NumberOf(const Project& project, const QByteArray& field)
            : field == "doubleSpinBoxEndVal"   ? project.FlowV.EndValue
                                               : project.ExportSettings.CropFactor;
 }
-
-ManualPathSection OnePoint(int frame, double value)
-{
-    ManualPathSection section;
-    section.Points = {{frame, value}};
-    return section;
-}
-
-/** The points of all sections as "frame:value". */
-QStringList Points(const std::vector<ManualPathSection>& sections)
-{
-    QStringList texts;
-    for (const ManualPathSection& section : sections)
-    {
-        for (const ManualPathPoint& point : section.Points)
-        {
-            texts.append(QStringLiteral("%1:%2").arg(point.FrameNr).arg(point.Value));
-        }
-    }
-    return texts;
-}
-
-/** The sections as "start,end". */
-QStringList Spans(const std::vector<IgnoreSection>& sections)
-{
-    QStringList texts;
-    for (const IgnoreSection& section : sections)
-    {
-        texts.append(QStringLiteral("%1,%2").arg(section.Start).arg(section.End));
-    }
-    return texts;
-}
-
-/** Two different lists of each kind: those of FlowH and those of FlowV. */
-void FillLists(Project& project)
-{
-    project.GlobalIgnoreSections = {{1, 2, 0.0}};
-    project.FlowH.IgnoreSections = {{3, 4, 0.0}};
-    project.FlowV.IgnoreSections = {{5, 6, 0.0}};
-    project.FlowH.ManualPath = {OnePoint(7, 1.5)};
-    project.FlowV.ManualPath = {OnePoint(9, 2.5)};
-}
 }  // namespace
-
-/**
- * The settings of a graph tab: what goes from project and path to the widgets and back. The tab is
- * that of FlowV while its path follows FlowH, so that one sees which of the two records counts.
- */
-class GraphWindowTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-    void LoadShowsTheTabsOwnNumbers();
-    void LoadTicksTheBoxes_data() { AddBoxes(); }
-    void LoadTicksTheBoxes();
-    void NumbersAreHeldToTheirRange_data();
-    void NumbersAreHeldToTheirRange();
-    void WhatIsNoNumberLandsInTheRange_data();
-    void WhatIsNoNumberLandsInTheRange();
-    void LoadShowsTheListsOfThePath();
-    void LoadTwiceShowsTheListsOnce();
-    void LoadGoesBackToPanning();
-    void LoadSavesNothing();
-    void SaveTakesTypedNumbers();
-    void SaveTakesTheBoxes_data() { AddBoxes(); }
-    void SaveTakesTheBoxes();
-    void MarginOfIgnoredFramesIsWiredToNothing();
-    void SaveGivesTheListsToThePath();
-    void SaveBeforeAnAnalysisKeepsTheLists();
-    void SaveBeforeTheFirstLoadEmptiesTheLists();
-    void SaveOfAPathWithoutSettings();
-    void SaveEmptiesTheManualPath();
-
-private:
-    [[nodiscard]] Project& Proj() const { return Tab->Setup.Proj; }
-
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<AxisTab> Tab;
-};
 
 void GraphWindowTest::init()
 {
@@ -332,133 +215,6 @@ void GraphWindowTest::LoadSavesNothing()
     QVERIFY(Proj().GlobalIgnoreSections.empty());
 }
 
-void GraphWindowTest::SaveTakesTypedNumbers()
-{
-    Tab->Window.LoadSettings();
-    Tab->Show();
-    Tab->Type("spinBoxAvgFrames", QStringLiteral("77"));
-    Tab->Type("spinBoxAvgOrder", QStringLiteral("2"));
-    Tab->Type("doubleSpinBoxStartVal", QStringLiteral("-1234"));
-    Tab->Type("doubleSpinBoxEndVal", QStringLiteral("4321"));
-    Tab->Type("doubleSpinBoxCrop",
-              QStringLiteral("112") + Tab->Window.locale().decimalPoint() + QLatin1Char('5'));
-    QCOMPARE(Proj().FlowV.AvgPathImages, 12);
-    Tab->Window.SaveSettings();
-    QCOMPARE(Proj().FlowV.AvgPathImages, 77);
-    QCOMPARE(Proj().FlowV.AvgPathOrder, 2);
-    QCOMPARE(Proj().FlowV.StartValue, -1234.0);
-    QCOMPARE(Proj().FlowV.EndValue, 4321.0);
-    QCOMPARE(Proj().ExportSettings.CropFactor, 1.125);
-    QCOMPARE(Proj().FlowH.AvgPathImages, 12);  // of the path, not of the tab
-    QCOMPARE(Proj().FlowH.AvgPathOrder, 3);
-    QCOMPARE(Proj().FlowH.StartValue, 0.0);
-    QCOMPARE(Proj().FlowH.EndValue, 0.0);
-}
-
-void GraphWindowTest::SaveTakesTheBoxes()
-{
-    QFETCH(bool, otherBoxes);
-    const AxisFilterSettings ofThePath = Proj().FlowH;
-    for (const BoxField& field : BoxFields)
-    {
-        Tab->Box(field.Box)->setChecked(IsOnInRow(field.Box, otherBoxes));
-        field.Field(Proj()) = !IsOnInRow(field.Box, otherBoxes);
-    }
-    Tab->Window.SaveSettings();
-    for (const BoxField& field : BoxFields)
-    {
-        QVERIFY2(field.Field(Proj()) == IsOnInRow(field.Box, otherBoxes), field.Box);
-    }
-    QCOMPARE(Proj().FlowH.Lock, ofThePath.Lock);
-    QCOMPARE(Proj().FlowH.UseStartValue, ofThePath.UseStartValue);
-    QCOMPARE(Proj().FlowH.UseEndValue, ofThePath.UseEndValue);
-    QCOMPARE(Proj().FlowH.EnableIgnoreSections, ofThePath.EnableIgnoreSections);
-    QCOMPARE(Proj().FlowH.EnableManualPath, ofThePath.EnableManualPath);
-}
-
-void GraphWindowTest::MarginOfIgnoredFramesIsWiredToNothing()
-{
-    Proj().FlowV.IgnoreStartFramesMargin = 8;
-    Proj().FlowV.UseModified = true;
-    Tab->Show();
-    Tab->Type("spinBoxIgnMargin", QStringLiteral("300"));
-    Tab->Window.SaveSettings();
-    QCOMPARE(Proj().FlowV.IgnoreStartFramesMargin, 8);
-    QCOMPARE(Proj().FlowH.IgnoreStartFramesMargin, 5);
-    Tab->Window.LoadSettings();
-    QCOMPARE(Tab->Number("spinBoxIgnMargin"), 300.0);
-    QVERIFY(Proj().FlowV.UseModified);  // which has no widget
-}
-
-void GraphWindowTest::SaveGivesTheListsToThePath()
-{
-    FillLists(Proj());
-    Tab->Setup.Generate(SteadyMotion(Frames, 1.0));
-    Tab->Window.LoadSettings();
-    Tab->Tree("treeWidgetGlobalIgnore").topLevelItem(0)->setText(1, QStringLiteral("-1"));
-    Tab->Tree("treeWidgetIgnore").topLevelItem(0)->setText(1, QStringLiteral("-1"));
-    Tab->Tree("treeWidgetManualPathList").topLevelItem(0)->child(0)->setText(0, "11");
-    Tab->Window.SaveSettings();
-    QCOMPARE(Spans(Proj().GlobalIgnoreSections), QStringList{"1,20"});
-    QCOMPARE(Spans(Proj().FlowH.IgnoreSections), QStringList{"3,20"});
-    QCOMPARE(Points(Proj().FlowH.ManualPath), QStringList{"11:1.5"});
-    QCOMPARE(Spans(Proj().FlowV.IgnoreSections), QStringList{"5,6"});
-    QCOMPARE(Points(Proj().FlowV.ManualPath), QStringList{"9:2.5"});
-    QCOMPARE(TreeHands::Rows(Tab->Tree("treeWidgetIgnore")), QStringList{"     3|    20|   0"});
-}
-
-void GraphWindowTest::SaveBeforeAnAnalysisKeepsTheLists()
-{
-    FillLists(Proj());
-    Tab->Window.LoadSettings();
-    Tab->Tree("treeWidgetGlobalIgnore").topLevelItem(0)->setText(1, QStringLiteral("-1"));
-    Tab->Tree("treeWidgetIgnore").topLevelItem(0)->setText(1, QStringLiteral("x"));
-    Tab->Tree("treeWidgetManualPathList").topLevelItem(0)->child(0)->setText(0, "11");
-    Tab->Window.SaveSettings();
-    QCOMPARE(Spans(Proj().GlobalIgnoreSections), QStringList{"1,2"});
-    QCOMPARE(Spans(Proj().FlowH.IgnoreSections), QStringList{"3,4"});
-    QCOMPARE(Points(Proj().FlowH.ManualPath), QStringList{"7:1.5"});
-    QCOMPARE(TreeHands::Rows(Tab->Tree("treeWidgetIgnore")), QStringList{"     3|x|   0"});
-    QCOMPARE(Tab->Tree("treeWidgetManualPathList").topLevelItem(0)->child(0)->text(0),
-             QStringLiteral("11"));
-}
-
-/** The working copies of the lists are what is stored, and they are empty at first. */
-void GraphWindowTest::SaveBeforeTheFirstLoadEmptiesTheLists()
-{
-    FillLists(Proj());
-    Tab->Window.SaveSettings();
-    QVERIFY(Proj().GlobalIgnoreSections.empty());
-    QVERIFY(Proj().FlowH.IgnoreSections.empty());
-    QVERIFY(Proj().FlowH.ManualPath.empty());
-    QCOMPARE(Proj().FlowV.AvgPathImages, 50);  // as the form says
-}
-
-void GraphWindowTest::SaveOfAPathWithoutSettings()
-{
-    FillLists(Proj());
-    CameraPath unbound(true);
-    GraphWindow window(&Proj(), &unbound, QString(), &Proj().FlowV);
-    window.LoadAndPlot();
-    QCOMPARE(window.findChild<QTreeWidget*>("treeWidgetManualPathList")->topLevelItemCount(), 0);
-    window.findChild<QSpinBox*>("spinBoxAvgFrames")->setValue(44);
-    window.SaveSettings();
-    QCOMPARE(Proj().FlowV.AvgPathImages, 44);
-    QCOMPARE(Spans(Proj().FlowV.IgnoreSections), QStringList{"5,6"});
-    QCOMPARE(Points(Proj().FlowV.ManualPath), QStringList{"9:2.5"});
-}
-
-void GraphWindowTest::SaveEmptiesTheManualPath()
-{
-    FillLists(Proj());
-    Tab->Setup.Generate(SteadyMotion(Frames, 1.0));
-    Tab->Window.LoadSettings();
-    Tab->Window.ClearAllSections();
-    QCOMPARE(Points(Proj().FlowH.ManualPath), QStringList{"7:1.5"});
-    Tab->Window.SaveSettings();
-    QVERIFY(Proj().FlowH.ManualPath.empty());
-}
-
 /** Three classes, one after the other. @return the number of tests that failed */
 int main(int argc, char* argv[])
 {
@@ -469,5 +225,3 @@ int main(int argc, char* argv[])
     failures += QTest::qExec(NewGraphDisplayTest().get(), argc, argv);
     return failures;
 }
-
-#include "graphwindow_test.moc"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/dialogguard.h"
-#include "graphs/ignorerows.h"
+#include "graphs/ignorelisttest.h"
 #include "graphs/treehands.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
@@ -8,9 +8,6 @@
 #include <QMenu>
 #include <QMetaMethod>
 #include <QTest>
-#include <QTreeWidget>
-
-#include <memory>
 
 using namespace TreeHands;
 
@@ -18,11 +15,7 @@ namespace
 {
 const TestHome Home;
 
-constexpr int Frames = IgnoreRowFrames;
 const QString Line = QStringLiteral("------------");
-const QString AddEntry = QStringLiteral("Add Ignore section");
-const QString RemoveEntry = QStringLiteral("Remove ignore section");
-const QString ClearEntry = QStringLiteral("Clear all ignore sections");
 
 /** A row that tells when it is deleted. */
 struct MortalItem : QTreeWidgetItem
@@ -33,58 +26,11 @@ struct MortalItem : QTreeWidgetItem
 };
 }  // namespace
 
-/** The ignore sections of one tree: menu, typing and what SortList makes of the rows. */
-class IgnoreListTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-    void SlotOrder();
-    void StartsEmpty();
-    void AddSectionWritesARow_data();
-    void AddSectionWritesARow();
-    void RebuildShowsTheSectionsInOrder();
-    void MenuEntries_data();
-    void MenuEntries();
-    void MenuOpensAtThePointer();
-    void AddFromTheMenu_data();
-    void AddFromTheMenu();
-    void RemoveFromTheMenu_data();
-    void RemoveFromTheMenu();
-    void WithoutEffect_data();
-    void WithoutEffect();
-    void ClearLeavesTheSectionsInForce_data();
-    void ClearLeavesTheSectionsInForce();
-    void RemoveAgainRemovesNothing();
-    void RowThatWentUnderTheMenuIsNotFollowed();
-    void CellsAreTypedInto();
-    void SortListReadsARow_data();
-    void SortListReadsARow();
-    void SortListDropsARow_data();
-    void SortListDropsARow();
-    void SortListKeepsTheOrder();
-    void SortListCutsTheSections();
-    void NoFramesNoChange_data();
-    void NoFramesNoChange();
-    void WindowTakesTypedRows();
-    void WindowKeepsTheHiddenOffset();
-    void UnreadableHiddenOffsetDropsTheRow();
-    void MenusOfTheWindowActOnTheirOwnTree();
-    void ClearedWithoutFramesStaysInForce();
-    void LastSavedWindowWins();
-
-private:
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<BareList> Bare;
-};
-
 void IgnoreListTest::init()
 {
     Guard = std::make_unique<MessageGuard>();
     Bare = std::make_unique<BareList>();
-    Bare->List->FrameCount = Frames;
+    Bare->List->FrameCount = IgnoreRowFrames;
 }
 
 void IgnoreListTest::cleanup()
@@ -333,169 +279,4 @@ void IgnoreListTest::CellsAreTypedInto()
     TypeInto(Bare->Tree, 0, 0, QStringLiteral("13"));  // a row that was built anew
 }
 
-void IgnoreListTest::SortListReadsARow_data()
-{
-    QTest::addColumn<QStringList>("texts");
-    QTest::addColumn<QString>("section");
-    QTest::addColumn<QString>("row");
-    AddReadableRows();
-}
-
-void IgnoreListTest::SortListReadsARow()
-{
-    QFETCH(QStringList, texts);
-    QFETCH(QString, section);
-    QFETCH(QString, row);
-    Bare->AddRow(texts);
-    Bare->List->SortList();
-    QCOMPARE(Texts(Bare->List->Sections), QStringList{section});
-    QCOMPARE(Rows(Bare->Tree), QStringList{row});
-    QVERIFY(Bare->Tree.topLevelItem(0)->flags().testFlag(Qt::ItemIsEditable));
-}
-
-void IgnoreListTest::SortListDropsARow_data()
-{
-    QTest::addColumn<QStringList>("texts");
-    AddDroppedRows();
-}
-
-void IgnoreListTest::SortListDropsARow()
-{
-    QFETCH(QStringList, texts);
-    Bare->AddRow({"1", "2", "0"});
-    Bare->AddRow(texts);
-    Bare->AddRow({"5", "6", "0"});
-    Bare->List->SortList();
-    QCOMPARE(Texts(Bare->List->Sections), (QStringList{"1,2,0", "5,6,0"}));
-    QCOMPARE(Rows(Bare->Tree), (QStringList{"     1|     2|   0", "     5|     6|   0"}));
-}
-
-void IgnoreListTest::SortListKeepsTheOrder()
-{
-    for (const char* start : {"90", "5", "40", "5"})
-    {
-        Bare->AddRow({start, "100", "0"});
-    }
-    Bare->List->SortList();
-    const QStringList expected = {"90,100,0", "5,100,0", "40,100,0", "5,100,0"};
-    QCOMPARE(Texts(Bare->List->Sections), expected);
-    const QStringList rows = Rows(Bare->Tree);
-    Bare->List->SortList();  // a second time changes nothing
-    QCOMPARE(Texts(Bare->List->Sections), expected);
-    QCOMPARE(Rows(Bare->Tree), rows);
-}
-
-void IgnoreListTest::SortListCutsTheSections()
-{
-    Bare->List->Sections = {{1, 2, 0.0}, {3, 4, 0.0}, {5, 6, 0.0}};
-    Bare->AddRow({"7", "8", "0.5"});
-    Bare->AddRow({"9", "8", "0.5"});
-    Bare->List->SortList();
-    QCOMPARE(Texts(Bare->List->Sections), QStringList{"7,8,0.5"});
-}
-
-void IgnoreListTest::NoFramesNoChange_data()
-{
-    QTest::addColumn<int>("frames");
-    QTest::newRow("no frames") << 0;
-    QTest::newRow("fewer than none") << -1;
-}
-
-void IgnoreListTest::NoFramesNoChange()
-{
-    QFETCH(int, frames);
-    Bare->List->FrameCount = frames;
-    Bare->List->Sections = {{1, 2, 0.0}};
-    Bare->AddRow({"500", "100", "x"});
-    const QTreeWidgetItem* row = Bare->Tree.topLevelItem(0);
-    Bare->List->SortList();
-    QCOMPARE(Rows(Bare->Tree), QStringList{"500|100|x"});
-    QCOMPARE(Bare->Tree.topLevelItem(0), row);
-    QCOMPARE(Texts(Bare->List->Sections), QStringList{"1,2,0"});
-    Bare->List->FrameCount = 1;
-    Bare->List->SortList();  // one frame is enough
-    QVERIFY(Bare->List->Sections.empty());
-}
-
-void IgnoreListTest::WindowTakesTypedRows()
-{
-    ListWindow shown(Frames);
-    Choose(shown.Global(), Beside, AddEntry);
-    TypeInto(shown.Global(), 2, 0, QStringLiteral("70"));
-    TypeInto(shown.Global(), 2, 1, QStringLiteral("-7"));
-    TypeInto(shown.Local(), 0, 2, QStringLiteral("4"));
-    Choose(shown.Local(), Beside, AddEntry);
-    TypeInto(shown.Local(), 1, 0, QStringLiteral("500"));
-    TypeInto(shown.Local(), 1, 1, QStringLiteral("100"));
-    shown.Window.SaveSettings();
-    const QStringList global = {"10,20,1.5", "30,40,0", "70,200,0"};
-    QCOMPARE(Texts(shown.Setup.Proj.GlobalIgnoreSections), global);
-    QCOMPARE(Texts(shown.Setup.Proj.FlowH.IgnoreSections), QStringList{"50,60,4"});
-    QCOMPARE(Rows(shown.Local()), QStringList{"    50|    60|   4"});
-}
-
-void IgnoreListTest::WindowKeepsTheHiddenOffset()
-{
-    ListWindow shown(Frames);
-    QCOMPARE(shown.Global().columnCount(), 2);
-    QCOMPARE(Rows(shown.Global()), (QStringList{"    10|    20| 1.5", "    30|    40|   0"}));
-    TypeInto(shown.Global(), 0, 0, QStringLiteral("11"));
-    shown.Window.SaveSettings();
-    QCOMPARE(Texts(shown.Setup.Proj.GlobalIgnoreSections).first(), QStringLiteral("11,20,1.5"));
-    QCOMPARE(shown.Global().columnCount(), 2);
-}
-
-void IgnoreListTest::UnreadableHiddenOffsetDropsTheRow()
-{
-    ListWindow shown(Frames);
-    shown.Global().topLevelItem(0)->setText(2, QStringLiteral("far"));
-    shown.Window.SaveSettings();
-    QCOMPARE(Texts(shown.Setup.Proj.GlobalIgnoreSections), QStringList{"30,40,0"});
-    QCOMPARE(Rows(shown.Global()), QStringList{"    30|    40|   0"});
-}
-
-void IgnoreListTest::MenusOfTheWindowActOnTheirOwnTree()
-{
-    ListWindow shown(Frames);
-    Choose(shown.Global(), 0, RemoveEntry);
-    QCOMPARE(Rows(shown.Global()), QStringList{"    30|    40|   0"});
-    QCOMPARE(shown.Local().topLevelItemCount(), 1);
-    Choose(shown.Local(), 0, ClearEntry);
-    QCOMPARE(shown.Global().topLevelItemCount(), 1);
-    QCOMPARE(shown.Local().topLevelItemCount(), 0);
-    shown.Window.SaveSettings();
-    QCOMPARE(Texts(shown.Setup.Proj.GlobalIgnoreSections), QStringList{"30,40,0"});
-    QVERIFY(shown.Setup.Proj.FlowH.IgnoreSections.empty());
-}
-
-void IgnoreListTest::ClearedWithoutFramesStaysInForce()
-{
-    ListWindow shown(0);
-    Choose(shown.Global(), Beside, ClearEntry);
-    Choose(shown.Local(), 0, ClearEntry);
-    shown.Window.SaveSettings();
-    QCOMPARE(shown.Global().topLevelItemCount(), 0);
-    QCOMPARE(Texts(shown.Setup.Proj.GlobalIgnoreSections), (QStringList{"10,20,1.5", "30,40,0"}));
-    QCOMPARE(Texts(shown.Setup.Proj.FlowH.IgnoreSections), QStringList{"50,60,2.5"});
-}
-
-/** Each graph tab has a global tree of its own; all store into one list. */
-void IgnoreListTest::LastSavedWindowWins()
-{
-    ListWindow first(Frames);
-    GraphWindow second(&first.Setup.Proj, &first.Setup.Path, "", &first.Setup.Proj.FlowV);
-    second.LoadSettings();
-    second.show();
-    auto& secondTree = *second.findChild<QTreeWidget*>(QStringLiteral("treeWidgetGlobalIgnore"));
-    Choose(first.Global(), 0, RemoveEntry);
-    Choose(secondTree, 1, RemoveEntry);
-    QCOMPARE(Rows(secondTree), QStringList{"    10|    20| 1.5"});
-    second.SaveSettings();
-    first.Window.SaveSettings();
-    QCOMPARE(Texts(first.Setup.Proj.GlobalIgnoreSections), QStringList{"30,40,0"});
-    second.SaveSettings();
-    QCOMPARE(Texts(first.Setup.Proj.GlobalIgnoreSections), QStringList{"10,20,1.5"});
-}
-
 QTEST_MAIN(IgnoreListTest)
-#include "ignorelist_test.moc"

@@ -2,6 +2,7 @@
 #include "graphs/simpleplot.h"
 #include "app/endguard.h"
 #include "graphs/plotprobe.h"
+#include "graphs/scalewatch.h"
 #include "graphs/simpleplottest.h"
 #include "support/doublelists.h"
 #include "support/testhome.h"
@@ -220,8 +221,12 @@ void SimplePlotTest::NoCurvesGiveInvertedBounds()
     const QString complaint = QStringLiteral("QwtLinearScaleEngine::divideScale: overflow");
     Guard->Expect(QtWarningMsg, complaint);
     Guard->Expect(QtWarningMsg, complaint);
+    const ScaleWatch& x = ScaleWatch::On(plot, X);
+    const ScaleWatch& y = ScaleWatch::On(plot, Y);
     plot.Rescale();
     plot.replot();
+    QCOMPARE(Difference(x.Ends, InvertedExtremes), QString());
+    QCOMPARE(Difference(y.Ends, InvertedExtremes), QString());
     QVERIFY(!plot.axisAutoScale(X) && !plot.axisAutoScale(Y));
 }
 

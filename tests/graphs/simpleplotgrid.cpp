@@ -126,6 +126,20 @@ void SimplePlotTest::RefreshSkipsWhileHidden()
     QCOMPARE(Samples(plot.CurveItems().value(0)), QStringLiteral("5:1 6:2"));
 }
 
+/** Its update comes while the tab is hidden, and nothing else need follow. */
+void SimplePlotTest::HiddenPlotIsDrawnWhenItShows()
+{
+    PlotProbe plot;
+    plot.AddCurve(QString(), Qt::red, 1.0);
+    plot.SetCurveData(0, {1.0, 2.0}, {5.0, 6.0});
+    plot.Rescale();
+    plot.Replots = 0;
+    plot.show();
+    QVERIFY(plot.Replots > 0);
+    QCOMPARE(plot.axisScaleDiv(X).lowerBound(), 5.0);
+    QCOMPARE(plot.axisScaleDiv(X).upperBound(), 6.0);
+}
+
 void SimplePlotTest::ShowShowsAndHides()
 {
     PlotProbe plot;

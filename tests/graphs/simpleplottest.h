@@ -66,6 +66,7 @@ private slots:
     void BandWithoutCentresStaysOff();
     void ClickLine();
     void RefreshSkipsWhileHidden();
+    void HiddenPlotIsDrawnWhenItShows();
     void ShowShowsAndHides();
     void RectangleIsLogged_data();
     void RectangleIsLogged();

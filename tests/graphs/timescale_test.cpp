@@ -42,6 +42,7 @@ private slots:
     void ScaleOfMilliseconds();
     void LastCallCounts();
     void TimesStandAtTheAxis();
+    void NumbersStandDenserThanTimes();
     void Titles();
     void Engines_data();
     void Engines();
@@ -169,6 +170,26 @@ void TimeScaleTest::TimesStandAtTheAxis()
         const QTime time = QTime(0, 0).addMSecs(qRound(tick * 1000.0));
         QCOMPARE(scale->label(tick).text(), time.toString(QStringLiteral("mm:ss:zzz")));
     }
+}
+
+/** Steps count 1, 2, 5, 10 and so on: the first one that divides 100 frames 8 or 4 times at most.
+ */
+void TimeScaleTest::NumbersStandDenserThanTimes()
+{
+    PlotProbe plot;
+    QVERIFY(plot.ShowWithCurve(100.0));
+    const auto ticks = [&plot]()
+    {
+        plot.updateAxes();
+        return plot.axisScaleDiv(QwtPlot::xBottom).ticks(QwtScaleDiv::MajorTick);
+    };
+    const QList<double> numbers = {0.0, 20.0, 40.0, 60.0, 80.0, 100.0};
+    const QList<double> times = {0.0, 50.0, 100.0};
+    QCOMPARE(ticks(), numbers);
+    plot.SetTimeScale(40.0);
+    QCOMPARE(ticks(), times);
+    plot.SetTimeScale(-1.0);
+    QCOMPARE(ticks(), numbers);
 }
 
 void TimeScaleTest::Titles()

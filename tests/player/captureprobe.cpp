@@ -5,7 +5,26 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QFile>
 #include <QTimer>
+
+namespace
+{
+/** Writes what an uncompressed .avi has before its first frame. @return whether it was written */
+bool WriteWithoutFrames(const QString& path, const QString& clip)
+{
+    QFile whole(clip);
+    QFile file(path);
+    if (!whole.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly))
+    {
+        return false;
+    }
+    const QByteArray bytes = whole.readAll();
+    const QByteArray beforeFrames("movi");
+    const int length = bytes.indexOf(beforeFrames) + beforeFrames.size();
+    return length > beforeFrames.size() && file.write(bytes.left(length)) == length && file.flush();
+}
+}  // namespace
 
 CaptureProbe::CaptureProbe()
 {
@@ -99,10 +118,12 @@ CaptureClips::CaptureClips(const QString& home)
       Long(home + "/long.avi"),
       Short(home + "/short.avi"),
       More(home + "/more.avi"),
+      Bare(home + "/bare.avi"),
       Missing(home + "/missing.avi")
 {
     Valid = TestVideo::WriteNumberedClip(Ten, {64, 64, 10, 25.0}) &&
             TestVideo::WriteNumberedClip(Long, {64, 64, 130, 25.0}) &&
             TestVideo::WriteShortClip(Short, {64, 64, 6, 25.0}, 20) &&
-            TestVideo::WriteShortClip(More, {64, 64, 10, 25.0}, 4);
+            TestVideo::WriteShortClip(More, {64, 64, 10, 25.0}, 4) &&
+            WriteWithoutFrames(Bare, Short);
 }

@@ -48,7 +48,7 @@ protected:
 /** Frames from 1 on, each under the number before its own, as a play from Open hands them on. */
 [[nodiscard]] QStringList OneAhead(int frames);
 
-/** The four clips of these tests, in folder @p home. @return false when one was not written */
+/** The five clips of these tests, in folder @p home. @return false when one was not written */
 struct CaptureClips
 {
     explicit CaptureClips(const QString& home);
@@ -57,6 +57,7 @@ struct CaptureClips
     QString Long;        ///< 130 frames
     QString Short;       ///< 6 frames, tells of 20
     QString More;        ///< 10 frames, tells of 4
+    QString Bare;        ///< opens, tells of 20 frames, has none
     QString Missing;     ///< does not exist
     bool Valid = false;  ///< all were written
 };

@@ -41,6 +41,7 @@ private slots:
     void RedrawInPause();
     void RedrawInPlayDoesNothing();
     void RedrawAfterTheEndShowsTheLastFrame();
+    void VideoWithoutFramesShowsNothing();
     void PauseAndContinueReport();
     void StopGoesToZeroAndCloses();
     void DestructorStops();
@@ -273,6 +274,23 @@ void PlayerCaptureTest::RedrawAfterTheEndShowsTheLastFrame()
     player.Take();
     player.Capture.Redraw();
     QCOMPARE(player.Take(), QStringList{"frame 9 as 9"});
+}
+
+/** The picture of the video before is not shown for it. */
+void PlayerCaptureTest::VideoWithoutFramesShowsNothing()
+{
+    CaptureProbe player;
+    QCOMPARE(player.Open(Clips->Ten), 10);
+    player.Capture.Goto(6);
+    player.Capture.Redraw();
+    QCOMPARE(player.Take(),
+             QStringList({"position 0", "frame 6 as 6", "position 6", "frame 6 as 6"}));
+    QCOMPARE(player.Open(Clips->Bare), 20);
+    player.Capture.Redraw();
+    QCOMPARE(player.Take(), QStringList({"position 0", "frame nothing as 0"}));
+    player.Capture.Continue();
+    player.Shoot(1);
+    QCOMPARE(player.Take(), QStringList({"position 0", "ended"}));
 }
 
 void PlayerCaptureTest::PauseAndContinueReport()

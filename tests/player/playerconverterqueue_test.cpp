@@ -13,7 +13,7 @@ namespace
 const TestHome Home;
 
 const QStringList Both{"source 40x30", "stabilized 36x26"};
-const QString Dropped = QStringLiteral("4 Converter dropped frame!");  // 4: in the label alone
+const QString Dropped = QStringLiteral("5 Converter dropped frame!");  // 5: in the label alone
 
 /** Counts the timer events of one object. */
 class TimerCount : public QObject

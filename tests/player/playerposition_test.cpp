@@ -4,6 +4,7 @@
 #include "support/testhome.h"
 #include "support/testvideo.h"
 
+#include <QElapsedTimer>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTemporaryDir>
@@ -30,6 +31,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
+    void EachSeekWaits();
     void PositionAsTime_data();
     void PositionAsTime();
     void PositionWithoutVideo();
@@ -79,6 +81,18 @@ void PlayerPositionTest::OpenAt(int frame)
     (*Player)->Type("spinBoxIdx", frame);
     QCOMPARE((*Player)->TakeFrames(), QVector<int>{frame});
     static_cast<void>((*Player)->TakePositions());
+}
+
+/** Without a video no frame comes, whose conversion would wait, too. */
+void PlayerPositionTest::EachSeekWaits()
+{
+    QElapsedTimer time;
+    time.start();
+    for (int frame = 0; frame < 20; ++frame)
+    {
+        Player->Player().SetPosition(frame);
+    }
+    QVERIFY2(time.elapsed() >= 180, qPrintable(QString::number(time.elapsed())));  // 10 ms each
 }
 
 void PlayerPositionTest::PositionAsTime_data()

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "batch/jobstate.h"
+#include "graphs/simpleplot.h"
 #include "player/loneplayer.h"
 #include "stabilizer/camerapath.h"
 #include "support/testhome.h"
 #include "support/testvideo.h"
 
+#include <QScrollArea>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <qwt_scale_div.h>
+#include <qwt_scale_draw.h>
 
 namespace
 {
@@ -35,6 +40,8 @@ private slots:
     void VerticalPlotAnnouncesNewData_data();
     void VerticalPlotAnnouncesNewData();
     void PathBox();
+    void TimesFitIntoANarrowGraph_data();
+    void TimesFitIntoANarrowGraph();
     void MoreSettings();
 
 private:
@@ -208,6 +215,43 @@ void PlayerSettingsTest::PathBox()
     messages.removeAll(QStringLiteral("QwtLinearScaleEngine::divideScale: overflow"));
     messages.removeAll(QStringLiteral("This plugin does not support propagateSizeHints()"));
     QCOMPARE(messages, QStringList());
+}
+
+void PlayerSettingsTest::TimesFitIntoANarrowGraph_data()
+{
+    QTest::addColumn<int>("frames");  // 25 a second
+    QTest::addColumn<QStringList>("times");
+    QTest::newRow("4 seconds") << 100 << QStringList{"00:00:000", "00:02:000"};
+    QTest::newRow("36 seconds") << 900 << QStringList{"00:00:000", "00:20:000"};
+    QTest::newRow("6 minutes") << 9000 << QStringList{"00:00:000", "03:20:000"};
+}
+
+/** Beside axis and legend there is room for two times; a plot with more of them has to scroll. */
+void PlayerSettingsTest::TimesFitIntoANarrowGraph()
+{
+    QFETCH(int, frames);
+    QFETCH(QStringList, times);
+    Player->ShowPaths(frames);
+    (*Player)->Click("pushButtonTime");
+    for (const char* name : {"scrollAreaH", "scrollAreaV"})
+    {
+        auto* area = (*Player)->Find<QScrollArea>(name);
+        area->setFixedWidth(area->minimumWidth());
+        QTRY_COMPARE(area->width(), 400);
+        const SimplePlot& plot = (*Player)->Plot(name);
+        QTRY_COMPARE(plot.width(), area->viewport()->width());
+        const QwtScaleDraw* scale = plot.axisScaleDraw(QwtPlot::xBottom);
+        QStringList texts;
+        int end = -1;  // pixel column of the last label's right edge
+        for (const double tick : scale->scaleDiv().ticks(QwtScaleDiv::MajorTick))
+        {
+            const QRect label = scale->boundingLabelRect(plot.axisFont(QwtPlot::xBottom), tick);
+            QVERIFY2(label.left() > end, name);
+            end = label.right();
+            texts.append(scale->label(tick).text());
+        }
+        QCOMPARE(texts, times);
+    }
 }
 
 void PlayerSettingsTest::MoreSettings()

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "stabilizer/croprectangle.h"
 #include "batch/exportsettings.h"
+#include "batch/stabilizerhost.h"
+#include "project/project.h"
+#include "support/freshhost.h"
+#include "support/loglines.h"
 
 #include <QtTest>
 
@@ -21,6 +25,16 @@ ExportSettings Settings(double cropFactor, std::int32_t offsetH, std::int32_t of
     settings.ExpOffV = offsetV;
     return settings;
 }
+
+/** A host whose thread carries messages to the log, and the record of them. */
+struct LoggingHost
+{
+    LoggingHost() { ProgramHost.CreateStabilizer(1, &Proj); }
+
+    Project Proj;
+    FreshHost Host;
+    LogLines Lines;
+};
 }  // namespace
 
 class CropRectangleTest : public QObject
@@ -33,6 +47,7 @@ private slots:
     void Numbers();
     void Limits_data();
     void Limits();
+    void BothEndsOutsideTellTheHigherValue();
     void SizeIsTruncatedThenMadeEven_data();
     void SizeIsTruncatedThenMadeEven();
     void HalfOfANegativeRestIsTruncated();
@@ -98,20 +113,33 @@ void CropRectangleTest::Limits_data()
     QTest::addColumn<double>("cropFactor");
     QTest::addColumn<int>("offsetH");
     QTest::addColumn<int>("offsetV");
-    QTest::addColumn<bool>("valid");
-    QTest::newRow("left edge at column 0") << 1.1 << -88 << 0 << true;
-    QTest::newRow("left edge at column -1") << 1.1 << -89 << 0 << false;
-    QTest::newRow("left edge at column -12") << 1.1 << -100 << 0 << false;
-    QTest::newRow("right end at column 1919") << 1.1 << 87 << 0 << true;
-    QTest::newRow("right end at the image's edge") << 1.1 << 88 << 0 << false;
-    QTest::newRow("top edge at row 0") << 1.1 << 0 << -50 << true;
-    QTest::newRow("top edge at row -1") << 1.1 << 0 << -51 << false;
-    QTest::newRow("bottom end at row 1079") << 1.1 << 0 << 49 << true;
-    QTest::newRow("bottom end at the image's edge") << 1.1 << 0 << 50 << false;
-    QTest::newRow("both axes") << 1.1 << 200 << 200 << false;
-    QTest::newRow("factor 1 covers the image, which is refused") << 1.0 << 0 << 0 << false;
-    QTest::newRow("factor 1 moved left leaves at the left") << 1.0 << -1 << -1 << false;
-    QTest::newRow("factor below 1") << 0.9 << 0 << 0 << false;
+    QTest::addColumn<QString>("line");  // behind "Offset "; empty when the crop fits
+    const auto row =
+        [](const char* name, double cropFactor, int offsetH, int offsetV, const char* line)
+    { QTest::newRow(name) << cropFactor << offsetH << offsetV << QString(line); };
+    // The crop of 1.1 is 1744 by 980 and stands at 88, 50 without an offset.
+    row("left edge at column 0", 1.1, -88, 0, "");
+    row("left edge at column -1", 1.1, -89, 0, "horizontal=-89 exceeds limits with lower value -1");
+    row("left edge at column -12", 1.1, -100, 0,
+        "horizontal=-100 exceeds limits with lower value -12");
+    row("right end at column 1919", 1.1, 87, 0, "");
+    row("right end at the image's edge", 1.1, 88, 0,
+        "horizontal=88 exceeds limits with higher value 1920");
+    row("top edge at row 0", 1.1, 0, -50, "");
+    row("top edge at row -1", 1.1, 0, -51, "vertical=-51 exceeds limits with lower value -1");
+    row("bottom end at row 1079", 1.1, 0, 49, "");
+    row("bottom end at the image's edge", 1.1, 0, 50,
+        "vertical=50 exceeds limits with higher value 1080");
+    // Of several the last is told.
+    row("left and top", 1.1, -100, -60, "vertical=-60 exceeds limits with lower value -10");
+    row("right and top", 1.1, 200, -60, "vertical=-60 exceeds limits with lower value -10");
+    row("left and bottom", 1.1, -100, 60, "vertical=60 exceeds limits with higher value 1090");
+    row("right and bottom", 1.1, 200, 200, "vertical=200 exceeds limits with higher value 1230");
+    row("factor 1 covers the image, which is refused", 1.0, 0, 0,
+        "vertical=0 exceeds limits with higher value 1080");
+    row("factor 1 moved left leaves at the left", 1.0, -1, -1,
+        "vertical=-1 exceeds limits with lower value -1");
+    row("factor below 1", 0.9, 0, 0, "vertical=0 exceeds limits with higher value 1140");
 }
 
 void CropRectangleTest::Limits()
@@ -119,12 +147,28 @@ void CropRectangleTest::Limits()
     QFETCH(double, cropFactor);
     QFETCH(int, offsetH);
     QFETCH(int, offsetV);
-    QFETCH(bool, valid);
+    QFETCH(QString, line);
+    const bool valid = line.isEmpty();
+    LoggingHost host;
     CropRectangle rectangle;
     rectangle.Valid = !valid;
     QCOMPARE(rectangle.Calculate(Settings(cropFactor, offsetH, offsetV), 1080, 1920),
              valid ? 0 : 1);
     QCOMPARE(rectangle.Valid, valid);
+    QCOMPARE(host.Lines.All(), valid ? QStringList() : QStringList{"3 Offset " + line});
+}
+
+void CropRectangleTest::BothEndsOutsideTellTheHigherValue()
+{
+    // 1920 / 0.9 is 2133.3, so 2132 of which 106 leave at the left; a side of 1 pixel crops to 0.
+    LoggingHost host;
+    CropRectangle rectangle;
+    QCOMPARE(rectangle.Calculate(Settings(0.9, -7, 0), 1, 1920), 1);
+    QCOMPARE(host.Lines.Take(),
+             QStringList{"3 Offset horizontal=-7 exceeds limits with higher value 2019"});
+    QCOMPARE(rectangle.Calculate(Settings(0.9, 0, -7), 1920, 1), 1);
+    QCOMPARE(host.Lines.Take(),
+             QStringList{"3 Offset vertical=-7 exceeds limits with higher value 2019"});
 }
 
 void CropRectangleTest::SizeIsTruncatedThenMadeEven_data()
@@ -253,5 +297,5 @@ void CropRectangleTest::SenselessFactors()
     QCOMPARE(rectangle.Valid, inside);
 }
 
-QTEST_APPLESS_MAIN(CropRectangleTest)
+QTEST_MAIN(CropRectangleTest)
 #include "croprectangle_test.moc"

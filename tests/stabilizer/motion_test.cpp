@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stabilizer/posrotstabilizer.h"
 
+#include "stabilizer/movedtexture.h"
+
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
@@ -11,63 +13,18 @@
 
 namespace
 {
-constexpr int Margin = 160;  ///< pixels of texture around a frame
-
-/** Smooth noise with details of some 15 to 150 pixels, so that also far shifts can be followed. */
-cv::Mat Texture(int columns, int rows)
-{
-    cv::RNG generator(11);
-    cv::Mat sum = cv::Mat::zeros(rows + 2 * Margin, columns + 2 * Margin, CV_32F);
-    for (const double sigma : {4.0, 12.0, 40.0})
-    {
-        cv::Mat noise(sum.size(), CV_32F);
-        generator.fill(noise, cv::RNG::NORMAL, 0.0, 1.0);
-        cv::GaussianBlur(noise, noise, cv::Size(), sigma);
-        sum += noise * sigma * std::sqrt(sigma);
-    }
-    cv::Mat texture;
-    cv::normalize(sum, texture, 0, 255, cv::NORM_MINMAX, CV_8U);
-    return texture;
-}
-
-/** The frame in which the texture stands (x, y) pixels farther right and down; no interpolation. */
-cv::Mat Frame(const cv::Mat& texture, int x, int y)
-{
-    const cv::Rect view(Margin - x, Margin - y, texture.cols - 2 * Margin,
-                        texture.rows - 2 * Margin);
-    return texture(view).clone();
-}
-
 /** The frame turned about its top left corner, in the sense of the motion's angle, and zoomed. */
 cv::Mat Turned(const cv::Mat& texture, double angle, double zoom)
 {
     const double a = std::cos(angle) * zoom;
     const double b = std::sin(angle) * zoom;
-    // The texture's origin lies Margin to the left of and above the frame's.
-    const cv::Mat matrix =
-        (cv::Mat_<double>(2, 3) << a, -b, -Margin * a + Margin * b, b, a, -Margin * b - Margin * a);
+    // The texture's origin lies TextureMargin to the left of and above the frame's.
+    const cv::Mat matrix = (cv::Mat_<double>(2, 3) << a, -b, -TextureMargin * a + TextureMargin * b,
+                            b, a, -TextureMargin * b - TextureMargin * a);
     cv::Mat frame;
     cv::warpAffine(texture, frame, matrix,
-                   cv::Size(texture.cols - 2 * Margin, texture.rows - 2 * Margin));
+                   cv::Size(texture.cols - 2 * TextureMargin, texture.rows - 2 * TextureMargin));
     return frame;
-}
-
-/** @p columns by @p rows points over the middle of a frame. */
-std::vector<cv::Point2f> Grid(const cv::Mat& frame, int columns, int rows)
-{
-    std::vector<cv::Point2f> points;
-    for (int row = 0; row < rows; ++row)
-    {
-        for (int column = 0; column < columns; ++column)
-        {
-            points.emplace_back(
-                static_cast<float>(frame.cols) *
-                    (0.3F + 0.4F * static_cast<float>(column) / static_cast<float>(columns)),
-                static_cast<float>(frame.rows) *
-                    (0.3F + 0.4F * static_cast<float>(row) / static_cast<float>(rows)));
-        }
-    }
-    return points;
 }
 
 struct Step
@@ -189,8 +146,8 @@ void MotionTest::ShearIsNotEstimated()
     const double shear = 0.04;
     const cv::Mat texture = Texture(320, 240);
     const cv::Mat previous = Frame(texture, 0, 0);
-    const cv::Mat matrix =
-        (cv::Mat_<double>(2, 3) << 1.0, shear, -Margin * (1.0 + shear), 0.0, 1.0, -Margin);
+    const cv::Mat matrix = (cv::Mat_<double>(2, 3) << 1.0, shear, -TextureMargin * (1.0 + shear),
+                            0.0, 1.0, -TextureMargin);
     cv::Mat next;
     cv::warpAffine(texture, next, matrix, previous.size());
     PosRotStabilizer stabilizer;

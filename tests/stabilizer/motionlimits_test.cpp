@@ -55,6 +55,7 @@ private slots:
     void LimitsComeFromThePreviousFrame();
     void FirstPairWithoutAnEstimate();
     void RepeatsTheLastEstimate();
+    void OnePointRepeatsTheLastEstimate();
     void RefusedEstimateIsKept();
     void WarpDoesNotTouchTheLastEstimate();
     void PrepareFramesKeepsOldEntries();
@@ -197,6 +198,23 @@ void MotionLimitsTest::RepeatsTheLastEstimate()
     TrackWithoutPoints(stabilizer);
     QCOMPARE(stabilizer.MotionX.at(0), 5.0);
     QCOMPARE(stabilizer.MotionCount, std::uint64_t{1});
+}
+
+void MotionLimitsTest::OnePointRepeatsTheLastEstimate()
+{
+    // One point tells no rotation, so there is no estimate either.
+    PosRotStabilizer stabilizer;
+    stabilizer.PrepareFrames(1);
+    stabilizer.LastTransform = Matrix(5.0, 6.0, 0.0, 1.0);
+    const std::vector<cv::Point2f> one{{30.0F, 40.0F}};
+    std::vector<cv::Point2f> points = one;
+    std::vector<cv::Point2f> nextPoints;
+    stabilizer.TrackFrame(Wide, Wide, points, nextPoints);
+    QCOMPARE(stabilizer.MotionCount, std::uint64_t{1});
+    QCOMPARE(stabilizer.MotionX.at(0), 5.0);
+    QCOMPARE(stabilizer.MotionY.at(0), 6.0);
+    QVERIFY(points == one);
+    QVERIFY(nextPoints == one);
 }
 
 void MotionLimitsTest::RefusedEstimateIsKept()

@@ -23,6 +23,15 @@ QString WithLevel(const QString& shown)
     const QString number = level < 0 ? QStringLiteral("?") : QString::number(level);
     return number + QLatin1Char(' ') + shown.mid(PrefixWidth);
 }
+
+/**
+ * The level of the message that was added last, and a blank. Nothing that the log shows tells the
+ * levels from 4 on apart, so this looks into it: the file is compiled without access control.
+ */
+QString LevelOfLastEntry()
+{
+    return QString::number(ProgramLog.Entries.constLast()->Level) + QLatin1Char(' ');
+}
 }  // namespace
 
 LogLines::LogLines() : Window(std::make_unique<QWidget>())
@@ -84,6 +93,6 @@ void LogLines::SeeLabel()
     TextAreaGrew = false;
     if (!isKnown)
     {
-        Lines.append(QStringLiteral("4 ") + LastAction->text());
+        Lines.append(LevelOfLastEntry() + LastAction->text());
     }
 }

@@ -16,8 +16,8 @@ class QWidget;
  * The log's widgets on a window of their own, and every message since, in order.
  *
  * A message is kept as its level and its text, as in "3 Out of date!", so that a test compares
- * string lists. Messages of the levels 0 to 3 are seen as soon as they are added. Those that show
- * in the label only count as level 4 and need Attach. User interface thread only.
+ * string lists. Messages of the levels 0 to 3 are seen as soon as they are added. Those of higher
+ * levels, which show in the label only, need Attach. User interface thread only.
  */
 class LogLines : public QObject
 {
