@@ -87,6 +87,7 @@ private slots:
     void Menus();
     void ActionsOutsideTheMenus_data();
     void ActionsOutsideTheMenus();
+    void ExitClosesTheWindow();
     void ScrollAreas_data();
     void ScrollAreas();
 };
@@ -349,6 +350,14 @@ void FormTest::ActionsOutsideTheMenus()
     const auto* action = form.Find<QAction>(name.constData());
     QVERIFY(text.isEmpty() || action->text() == text);
     QVERIFY(action->associatedWidgets().isEmpty());
+}
+
+void FormTest::ExitClosesTheWindow()
+{
+    BareForm form;
+    form.Frame.show();
+    form.Find<QAction>("actionexit")->trigger();
+    QVERIFY(!form.Frame.isVisible());
 }
 
 void FormTest::ScrollAreas_data()

@@ -140,7 +140,6 @@ void MainWindowTest::cleanup()
 
 void MainWindowTest::SlotsInOrder()
 {
-    // The whole interface; what is not built yet is left out.
     const QStringList all = {"closeEvent(QCloseEvent*)",
                              "on_actionnew_project_triggered()",
                              "on_actionopen_project_triggered()",
@@ -178,25 +177,7 @@ void MainWindowTest::SlotsInOrder()
     {
         methods.append(QString::fromLatin1(meta.method(i).methodSignature()));
     }
-    QStringList built;
-    for (const QString& method : all)
-    {
-        if (methods.contains(method))
-        {
-            built.append(method);
-        }
-    }
-    QCOMPARE(methods, built);
-    for (const char* needed :
-         {"on_actionexit_triggered()", "on_actionDefault_Settings_triggered()",
-          "on_actionLook_Feel_triggered()", "on_pushButtonTest_clicked()",
-          "on_pushButtonAbort_clicked()", "on_pushButtonGenerateAll_clicked()",
-          "on_pushButtonAnalyseTrack_clicked()", "on_pushButtonReadTrack_clicked()",
-          "on_pushButtonCalculateTrack_clicked()", "on_pushButtonExportVideo_clicked()",
-          "MainTabChanged(int)", "MenuProjChangeable(bool)", "ProcessUpdate(int)"})
-    {
-        QVERIFY2(built.contains(QString::fromLatin1(needed)), needed);
-    }
+    QCOMPARE(methods, all);
 }
 
 void MainWindowTest::StartsIdle()

@@ -47,6 +47,7 @@ protected:
     QStringList NewLines();  ///< of the log since the last call
     [[nodiscard]] QString InHome(const QString& name) const { return Home->Path(name); }
 
+    std::unique_ptr<MessageGuard> Guard;
     std::unique_ptr<TestHome> Home;
     std::unique_ptr<TestWindow> Window;
 
@@ -55,6 +56,5 @@ private slots:
     void cleanup();
 
 private:
-    std::unique_ptr<MessageGuard> Guard;
     int SeenLines = 0;
 };

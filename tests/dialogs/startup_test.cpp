@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "app/testwindow.h"
 #include "dialogs/dialogguard.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/startedwindow.h"
 #include "support/testhome.h"
+#include "userhands/answermodal.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -33,14 +35,20 @@ private slots:
     void LastProjectIsMissing();
     void LastProjectIsEmpty();
     void MissingProjectTakesTheStartProjectOver();
-    void Argument_data();
-    void Argument();
+    void LastProjectIsBroken_data();
+    void LastProjectIsBroken();
+    void ArgumentGoesBeforeTheLastProject() { OpenArgument(true); }
+    void ArgumentOpensThoughTheLastProjectDoesNot() { OpenArgument(false); }
+    void ArgumentInAnEmptyHome();
     void ArgumentWithOldExtension();
     void BadArgument_data();
     void BadArgument();
     void BadArgumentAndNothingToLoad_data() { BadArgument_data(); }
     void BadArgumentAndNothingToLoad();
-    void NothingToLoad();
+    void BadArgumentAndNoLastProject_data();
+    void BadArgumentAndNoLastProject();
+    void ExportGoesToTheProjectsDirectory_data();
+    void ExportGoesToTheProjectsDirectory();
     void BrokenConfiguration();
     void RecentListGrowsByTheProject();
 
@@ -51,6 +59,8 @@ private:
     }
     /** Makes a project "Last" and a configuration that names it. */
     void MakeLast(bool autoLoad) const;
+    /** Starts with a project "Trip" as argument beside the last one. */
+    void OpenArgument(bool autoLoad) const;
 
     std::unique_ptr<MessageGuard> Guard;
     std::unique_ptr<TestHome> Home;
@@ -143,16 +153,32 @@ void StartupTest::MissingProjectTakesTheStartProjectOver()
     QCOMPARE(ReadObject(StartProjectPath()).value("MaxTrackingPoints").toInt(), 800);
 }
 
-void StartupTest::Argument_data()
+void StartupTest::LastProjectIsBroken_data()
 {
-    QTest::addColumn<bool>("autoLoad");
-    QTest::newRow("goes before the last project") << true;
-    QTest::newRow("opens though the last project is not to be loaded") << false;
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty file") << QByteArray("");
+    QTest::newRow("no JSON") << QByteArray("a text");
+    QTest::newRow("none of the keys") << QByteArray("{}");
 }
 
-void StartupTest::Argument()
+/** Only an argument is looked at closely; here each value takes its default. */
+void StartupTest::LastProjectIsBroken()
 {
-    QFETCH(bool, autoLoad);
+    QFETCH(QByteArray, content);
+    const QString last = InHome("Last/Last.mvprj");
+    QVERIFY(WriteBytes(last, content) && WriteConfiguration(last, true));
+    const StartedWindow window;
+    QCOMPARE(window.Title(), QStringLiteral("IDLE Last.mvprj @ Molvane"));
+    QCOMPARE(window.Log(), OpenedLines);
+    QCOMPARE(window.Text("lineEditSourceVideo"), QStringLiteral("Source.mp4"));
+    QCOMPARE(window.Text("lineEditTrackingPathFile"), QStringLiteral("Tracking.dat"));
+    QCOMPARE(window.Number("spinBoxMaxTrackingPoints"), 800.0);
+    QCOMPARE(ReadBytes(last), content);
+    QVERIFY(!QFile::exists(StartProjectPath()));
+}
+
+void StartupTest::OpenArgument(bool autoLoad) const
+{
     MakeLast(autoLoad);
     const QString path = InHome("Trip/Trip.mvprj");
     QVERIFY(WriteObject(path, SmallProject(QStringLiteral("/videos/trip.mov"))));
@@ -164,6 +190,16 @@ void StartupTest::Argument()
     QCOMPARE(ReadObject(ConfigurationPath()).value("ProjectFile").toString(), path);
     QCOMPARE(ReadObject(ConfigurationPath()).value("AutoLoadLastProject"), QJsonValue(autoLoad));
     QVERIFY(!QFile::exists(StartProjectPath()));
+}
+
+void StartupTest::ArgumentInAnEmptyHome()
+{
+    const QString path = InHome("Trip/Trip.mvprj");
+    QVERIFY(WriteObject(path, SmallProject(QStringLiteral("/videos/trip.mov"))));
+    const StartedWindow window(path);
+    QCOMPARE(window.Title(), QStringLiteral("IDLE Trip.mvprj @ Molvane"));
+    QCOMPARE(window.Log(), OpenedLines);
+    QVERIFY(!QFile::exists(InHome("Molvane")));  // nor is the start project made
 }
 
 void StartupTest::ArgumentWithOldExtension()
@@ -225,24 +261,45 @@ void StartupTest::BadArgumentAndNothingToLoad()
     QVERIFY(!QFile::exists(StartProjectPath()));
 }
 
-void StartupTest::NothingToLoad()
+void StartupTest::BadArgumentAndNoLastProject_data()
 {
-    MakeLast(false);
-    const QByteArray before = ReadBytes(InHome("Last/Last.mvprj"));
-    const StartedWindow window;
-    QCOMPARE(window.Log(), QStringList());
-    QCOMPARE(window.Title(), QStringLiteral("IDLE Last.mvprj @ Molvane"));  // the stored path
-    for (const char* field : {"lineEditSourceVideo", "lineEditTrackingPathFile",
-                              "lineEditStabilizeFile", "lineEditExportVideo"})
-    {
-        QCOMPARE(window.Text(field), QString());
-    }
-    // The form's own start values.
-    QCOMPARE(window.Number("spinBoxMaxTrackingPoints"), 200.0);
-    QCOMPARE(window.Number("doubleSpinBoxZoom"), 100.0);
-    QCOMPARE(window.Number("spinBoxRescaleXAxis"), 99.0);
-    QCOMPARE(window.Number("spinBoxRescaleYAxis"), 99.0);
-    QCOMPARE(ReadBytes(InHome("Last/Last.mvprj")), before);
+    QTest::addColumn<QString>("stored");  // no configuration when null
+    QTest::newRow("no configuration") << QString();
+    QTest::newRow("the last project is gone") << "gone.mvprj";
+}
+
+void StartupTest::BadArgumentAndNoLastProject()
+{
+    QFETCH(QString, stored);
+    QVERIFY(stored.isNull() || WriteConfiguration(Home->Path(stored), true));
+    const StartedWindow window(InHome("bad.mvprj"));
+    QCOMPARE(window.Log(), QStringList(NoProject) + NewProjectLines);
+    QCOMPARE(window.Title(), QStringLiteral("IDLE Start.mvprj @ Molvane"));
+    QCOMPARE(ReadObject(ConfigurationPath()).value("ProjectFile").toString(), StartProjectPath());
+    QVERIFY(!QFile::exists(InHome("bad.mvprj")));
+}
+
+void StartupTest::ExportGoesToTheProjectsDirectory_data()
+{
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<QString>("directory");
+    QTest::newRow("of the start project") << QString() << "Molvane/Start";
+    QTest::newRow("of the argument") << "Trip/Trip.mvprj"
+                                     << "Trip";
+}
+
+void StartupTest::ExportGoesToTheProjectsDirectory()
+{
+    QFETCH(QString, argument);
+    QFETCH(QString, directory);
+    const QString path = argument.isEmpty() ? QString() : Home->Path(argument);
+    QVERIFY(argument.isEmpty() ||
+            WriteObject(path, SmallProject(QStringLiteral("/videos/trip.mov"))));
+    const TestWindow window(path);
+    const auto dialog = AnswerModal::FileDialog(InHome("clip.mov"));
+    window.Click("pushButtonSourceVideo");
+    QVERIFY(dialog.WasAnswered());
+    QCOMPARE(window.Text("lineEditExportVideo"), Home->Path(directory + "/clip.mp4"));
 }
 
 void StartupTest::BrokenConfiguration()

@@ -24,12 +24,11 @@
 namespace
 {
 constexpr int SecondUpdate = 400;  ///< milliseconds until the second update of a graph is over
-constexpr int ManualPoints = 1;    ///< items of the box that chooses what the mouse does
-constexpr int LocalIgnore = 3;
+constexpr int LocalIgnore = 3;     ///< items of the box that chooses what the mouse does
 constexpr int GlobalIgnore = 4;
 
 /** With the left button held; Qt Test's own moves know no button. */
-void Drag(QWidget* widget, const QPoint& from, const QPoint& to)
+void Drag(QWidget* widget, const QPoint& from, const QPoint& to, const std::function<void()>& held)
 {
     QTest::mousePress(widget, Qt::LeftButton, Qt::NoModifier, from);
     for (const QPoint& place : {(from + to) / 2, to})
@@ -37,6 +36,10 @@ void Drag(QWidget* widget, const QPoint& from, const QPoint& to)
         QMouseEvent move(QEvent::MouseMove, place, widget->mapToGlobal(place), Qt::NoButton,
                          Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(widget, &move);
+    }
+    if (held)
+    {
+        held();
     }
     QTest::mouseRelease(widget, Qt::LeftButton, Qt::NoModifier, to);
 }
@@ -70,12 +73,11 @@ void GraphWalk::EnterTab(int index)
 void GraphWalk::Shape(const AxisChoice& choice)
 {
     EnterTab(choice.Tab);
-    Type("spinBoxAvgOrder", choice.Type);
-    Type("spinBoxAvgFrames", choice.Depth);
+    SetFilter(choice);
     Tick("checkBoxShowMargin");
     Calculate();
-    ClickPoints();
-    DragSection(LocalIgnore, "treeWidgetIgnore", 0.5, 0.6);
+    ClickPoints(PointKind::Manual, {{0.1, 0.4}, {0.2, 0.5}, {0.35, 0.65}});
+    DragLocalSection(0.5, 0.6);
     DragSection(GlobalIgnore, "treeWidgetGlobalIgnore", 0.7, 0.75);
     EditLists();
     TakePicture(QStringLiteral("edited"));
@@ -87,6 +89,12 @@ void GraphWalk::Shape(const AxisChoice& choice)
                QStringLiteral("the axis shows the time"));
     TakePicture(QStringLiteral("time"));
     Tick("checkBoxTime");
+}
+
+void GraphWalk::SetFilter(const AxisChoice& choice)
+{
+    Type("spinBoxAvgOrder", choice.Type);
+    Type("spinBoxAvgFrames", choice.Depth);
 }
 
 /** A click on the box itself: the middle of the widget may lie behind its text. */
@@ -128,25 +136,31 @@ QPoint GraphWalk::OnCanvas(double frame, double share) const
     return {qRound(x), canvas.top() + qRound(share * canvas.height())};
 }
 
-/** Points of a manual path, one after the other; together they are the first section. */
-void GraphWalk::ClickPoints()
+void GraphWalk::ClickPoints(PointKind kind, const QVector<QPointF>& places)
 {
-    ChooseMouse(ManualPoints);
+    ChooseMouse(static_cast<int>(kind));
     auto* tree = Find<QTreeWidget>("treeWidgetManualPathList");
-    for (double frame : {0.1, 0.2, 0.35})
+    for (const QPointF& place : places)
     {
         QTest::mouseClick(Plot->canvas(), Qt::LeftButton, Qt::NoModifier,
-                          OnCanvas(frame, 0.3 + frame));
+                          OnCanvas(place.x(), place.y()));
     }
-    Story.Step(tree->topLevelItemCount() == 1 && tree->topLevelItem(0)->childCount() == 3,
-               QStringLiteral("three clicks make a section of three points"));
+    Story.Step(
+        tree->topLevelItemCount() == 1 && tree->topLevelItem(0)->childCount() >= places.size(),
+        QStringLiteral("%1 clicks make points of one section").arg(places.size()));
 }
 
-void GraphWalk::DragSection(int mouseIndex, const char* tree, double from, double to)
+void GraphWalk::DragLocalSection(double from, double to, const std::function<void()>& held)
+{
+    DragSection(LocalIgnore, "treeWidgetIgnore", from, to, held);
+}
+
+void GraphWalk::DragSection(int mouseIndex, const char* tree, double from, double to,
+                            const std::function<void()>& held)
 {
     ChooseMouse(mouseIndex);
     const int rows = Find<QTreeWidget>(tree)->topLevelItemCount();
-    Drag(Plot->canvas(), OnCanvas(from, 0.2), OnCanvas(to, 0.8));
+    Drag(Plot->canvas(), OnCanvas(from, 0.2), OnCanvas(to, 0.8), held);
     const QTreeWidgetItem* row = Find<QTreeWidget>(tree)->topLevelItem(rows);
     Story.Step(row != nullptr, QStringLiteral("a drag adds a row to %1").arg(tree));
     if (row != nullptr)

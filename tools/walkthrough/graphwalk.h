@@ -3,6 +3,9 @@
 
 #include <QDir>
 #include <QString>
+#include <QVector>
+
+#include <functional>
 
 class QComboBox;
 class QTreeWidget;
@@ -35,20 +38,40 @@ public:
     /** Pictures of all graphs in a window of @p width by @p height pixels. */
     void TakePictures(int width, int height, const QString& name);
 
+    void EnterTab(int index);
+    void SetFilter(const AxisChoice& choice);  ///< of the tab on show
+    void Tick(const char* checkBox);
+    void Calculate();
+
+    /** The mouse adds points: manual ones with the clicked value, flat ones on the path. */
+    enum class PointKind
+    {
+        Manual = 1,
+        Flat = 2
+    };
+
+    /**
+     * Clicks the points of a section.
+     * @param places  share of the frames and, from the top, share of the height
+     */
+    void ClickPoints(PointKind kind, const QVector<QPointF>& places);
+
+    /** Drags a local ignore section; calls @p held before the button is let go. */
+    void DragLocalSection(double from, double to, const std::function<void()>& held = nullptr);
+
+    [[nodiscard]] QWidget* ShownPage() const { return Page; }
+
 private:
     template <typename Widget>
     Widget* Find(const char* name) const;
-    void EnterTab(int index);
     void Type(const char* spinBox, int value);
-    void Tick(const char* checkBox);
     void ChooseMouse(int index);
     [[nodiscard]] QPoint OnCanvas(double frame, double share) const;
-    void ClickPoints();
-    void DragSection(int mouseIndex, const char* tree, double from, double to);
+    void DragSection(int mouseIndex, const char* tree, double from, double to,
+                     const std::function<void()>& held = nullptr);
     void ChooseInTree(QTreeWidgetItem* item, const QString& entry);
     void TypeInto(QTreeWidgetItem* item, int column, const QString& text);
     void EditLists();
-    void Calculate();
     void TakePicture(const QString& name);
 
     QWidget& Window;

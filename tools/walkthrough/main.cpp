@@ -15,6 +15,7 @@
 namespace
 {
 const QString SecondRun = QStringLiteral("second-run");
+const QString Screenshots = QStringLiteral("screenshots");
 
 QByteArray ContentOf(const QString& file)
 {
@@ -48,6 +49,15 @@ void WalkFirst(const QDir& out, const QString& video, double atMost, Report& rep
     walk.ShapePath();
 }
 
+/** The pictures that the manual shows. */
+void WalkForManual(const QDir& out, const QString& video, const QDir& pictures, Report& report)
+{
+    Walk walk(out, video, report);
+    walk.MakeProject();
+    walk.Analyse();
+    walk.IllustrateManual(pictures);
+}
+
 /** After a restart: the analysed data come back and lead to the same video. */
 void WalkAgain(const QDir& out, const QString& video, Report& report)
 {
@@ -75,6 +85,8 @@ int main(int argc, char** argv)
         {{QStringLiteral("out"), QStringLiteral("Directory for results."), QStringLiteral("DIR")},
          {QStringLiteral("at-most"), QStringLiteral("Largest share of the shake that may be left."),
           QStringLiteral("SHARE"), QStringLiteral("1.0")},
+         {Screenshots, QStringLiteral("Only take the pictures of the manual, into DIR."),
+          QStringLiteral("DIR")},
          {SecondRun, QStringLiteral("Only the part after a restart; used internally.")}});
     parser.addPositionalArgument(QStringLiteral("video"), QStringLiteral("Source video."));
     parser.process(application);
@@ -97,6 +109,11 @@ int main(int argc, char** argv)
 
     QFile::remove(reportFile);
     Report report(reportFile);
+    if (parser.isSet(Screenshots))
+    {
+        WalkForManual(out, video, QDir(parser.value(Screenshots)), report);
+        return report.AllWorked() ? 0 : 1;
+    }
     WalkFirst(out, video, parser.value(QStringLiteral("at-most")).toDouble(), report);
     report.Fact(QStringLiteral("the program is started again"));
     const int secondRun = QProcess::execute(

@@ -119,6 +119,13 @@ void PlayerWalk::CheckFrame(int frame, const QString& how)
     Story.Step(Frame() == frame, QStringLiteral("%1 shows frame %2").arg(how).arg(Frame()));
 }
 
+void PlayerWalk::ShowFrame(int frame, double zoom)
+{
+    SetNumber("doubleSpinBoxZoom", zoom);
+    SetNumber("spinBoxIdx", frame);
+    CheckFrame(frame, QStringLiteral("a typed frame number"));
+}
+
 void PlayerWalk::Seek()
 {
     QTest::mouseClick(Find<QPushButton>("pushButtonReset"), Qt::LeftButton);

@@ -17,7 +17,8 @@ public:
     /** @param window  main window, outlives the object. @param out  existing directory */
     PlayerWalk(QWidget& window, const QDir& out, Report& report);
 
-    void Seek();       ///< by slider, frame number and time
+    void ShowFrame(int frame, double zoom);  ///< at rest
+    void Seek();                             ///< by slider, frame number and time
     void ShowViews();  ///< zoom, crop, path and margin; a picture of each view
     void PlayAndPause();
     void PlayToTheEnd();

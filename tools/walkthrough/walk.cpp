@@ -2,6 +2,7 @@
 #include "walk.h"
 
 #include "graphwalk.h"
+#include "manualpictures.h"
 #include "playerwalk.h"
 #include "report.h"
 #include "userhands/answermodal.h"
@@ -263,6 +264,18 @@ void Walk::ShapePath()
     graphs.Shape({1, 2, 20});
     graphs.Shape({2, 5, 12});
     graphs.Shape({3, 4, 8});
+}
+
+void Walk::IllustrateManual(const QDir& pictures)
+{
+    QTest::mouseClick(Find<QPushButton>("pushButtonClear"), Qt::LeftButton);
+    RunJob("pushButtonReadTrack", QStringLiteral("BUSY"));
+    CalculatePath();
+    ManualPictures manual(Window, pictures, Story);
+    manual.ShowPlayer();  // first: graphs that are calculated out of sight keep an empty scale
+    manual.ShowSettings();
+    manual.ShowGraphs();
+    manual.ShowSections();
 }
 
 void Walk::CompareShake(double atMost)

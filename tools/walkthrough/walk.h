@@ -33,6 +33,7 @@ public:
     void TakeScreenshots();  ///< one per tab
     void WatchPlayer();      ///< works the player tab
     void ShapePath();        ///< works the graph tabs; what comes of it is not saved
+    void IllustrateManual(const QDir& pictures);  ///< needs analysed data
 
     /**
      * Shake of source and result. @param atMost  largest share of the source's shake that may be
