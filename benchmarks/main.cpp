@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarkedwindow.h"
+#include "start.h"
 
 #include "app/programapplication.h"
 
@@ -8,16 +9,30 @@
 
 #include <benchmark/benchmark.h>
 
+namespace
+{
+/// Set for processes that a benchmark starts: they share its home.
+const char* const InsideBenchmark = "MOLVANE_INSIDE_BENCHMARK";
+}  // namespace
+
 int main(int argc, char** argv)
 {
     const QTemporaryDir home;
-    qputenv("HOME", home.path().toLocal8Bit());  // never the user's own
+    if (!qEnvironmentVariableIsSet(InsideBenchmark))
+    {
+        qputenv("HOME", home.path().toLocal8Bit());  // never the user's own
+        qputenv(InsideBenchmark, "1");
+    }
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
     {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication application(argc, argv);
     ProgramApplication = &application;
+    if (const std::optional<int> exitCode = RunAsStart())
+    {
+        return *exitCode;
+    }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
     {

@@ -4,6 +4,7 @@
 #include "project/projectfields.h"
 #include "project/settingsfiles.h"
 #include "project/settingsmutator.h"
+#include "support/fuzzrun.h"
 #include "support/testhome.h"
 
 #include <QDir>
@@ -17,14 +18,6 @@ namespace
 {
 const TestHome Home;
 
-/** A number from the environment, or its default. */
-int Setting(const char* name, int defaultValue)
-{
-    bool isNumber = false;
-    const int value = qEnvironmentVariableIntValue(name, &isNumber);
-    return isNumber ? value : defaultValue;
-}
-
 QList<QByteArray> SeedFiles()
 {
     const QDir directory(MOLVANE_FUZZ_SEEDS);
@@ -34,13 +27,6 @@ QList<QByteArray> SeedFiles()
         files += ReadBytes(directory.filePath(name));
     }
     return files;
-}
-
-/** A new file in place of @p path: some file systems wait for the disk when one is emptied. */
-void RenewBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile::remove(path);
-    WriteBytes(path, bytes);
 }
 
 bool IsDefined(const bool& value)
@@ -121,8 +107,7 @@ GlobalConfiguration UnusualConfiguration()
 
 /**
  * Damaged and unlikely settings files: whatever they hold, the fields have defined values that
- * depend on nothing else, and survive a file. MOLVANE_FUZZ_INPUTS is the number of files,
- * MOLVANE_FUZZ_SEED that of the first one: a file that fails is made again by its own number.
+ * depend on nothing else, and survive a file.
  */
 class SettingsFuzzTest : public QObject
 {
@@ -139,7 +124,6 @@ private slots:
 private:
     void TryProject(const QByteArray& bytes, bool hasOldName);
     void TryConfiguration(const QByteArray& bytes);
-    void TryAll(void (SettingsFuzzTest::*tryOne)(std::uint32_t));
     void TryProjectOf(std::uint32_t number);
     void TryConfigurationOf(std::uint32_t number);
 
@@ -192,7 +176,7 @@ void SettingsFuzzTest::TryProject(const QByteArray& bytes, bool hasOldName)
     const QString saved = Directory.filePath("saved.mvprj");
     QFile::remove(moved);
     QFile::remove(saved);
-    RenewBytes(given, bytes);
+    RenewFile(given, bytes);
     QCOMPARE(Project::CheckFile(given), LooksLikeAProject(given));
 
     QString file = given;
@@ -227,7 +211,7 @@ void SettingsFuzzTest::TryProject(const QByteArray& bytes, bool hasOldName)
 void SettingsFuzzTest::TryConfiguration(const QByteArray& bytes)
 {
     const QString file = Home.Path("Molvane/.MolvaneConfiguration.json");
-    RenewBytes(file, bytes);
+    RenewFile(file, bytes);
     GlobalConfiguration first;
     first.Load();
     QVERIFY(IsDefined(first.AutoLoadLastProject));
@@ -260,32 +244,14 @@ void SettingsFuzzTest::TryConfigurationOf(std::uint32_t number)
     TryConfiguration(Mutator.File(number));
 }
 
-void SettingsFuzzTest::TryAll(void (SettingsFuzzTest::*tryOne)(std::uint32_t))
-{
-    const int inputs = Setting("MOLVANE_FUZZ_INPUTS", 1000);
-    const int seed = Setting("MOLVANE_FUZZ_SEED", 1);
-    QVERIFY(inputs > 0);
-    qInfo("%d files, the first is number %d", inputs, seed);
-    for (int i = 0; i < inputs; ++i)
-    {
-        const std::uint32_t number = static_cast<std::uint32_t>(seed) + static_cast<unsigned>(i);
-        (this->*tryOne)(number);
-        if (QTest::currentTestFailed())
-        {
-            qWarning("The failing file is number %u", number);
-            return;
-        }
-    }
-}
-
 void SettingsFuzzTest::Projects()
 {
-    TryAll(&SettingsFuzzTest::TryProjectOf);
+    RunFuzz([this](std::uint32_t number) { TryProjectOf(number); });
 }
 
 void SettingsFuzzTest::Configurations()
 {
-    TryAll(&SettingsFuzzTest::TryConfigurationOf);
+    RunFuzz([this](std::uint32_t number) { TryConfigurationOf(number); });
 }
 
 QTEST_APPLESS_MAIN(SettingsFuzzTest)

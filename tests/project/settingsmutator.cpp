@@ -109,13 +109,13 @@ const char* const BadText[] = {"\xFF", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80
 
 QByteArray SettingsMutator::File(std::uint32_t number)
 {
-    Random.seed(number);
+    Begin(number);
     const int kind = Below(10);
     if (kind == 0)
     {
         return RandomBytes(300);
     }
-    QByteArray bytes = kind < 4 ? RandomObject() : Any(Seeds);
+    QByteArray bytes = kind < 4 ? RandomObject() : AnySeed();
     // Some stay as they are.
     for (int i = Below(4); i > 0; --i)
     {
@@ -132,7 +132,7 @@ void SettingsMutator::Mutate(QByteArray& bytes)
             FlipBits(bytes);
             break;
         case 1:
-            bytes.truncate(Position(bytes));
+            Truncate(bytes);
             break;
         case 2:
             Splice(bytes);
@@ -151,22 +151,6 @@ void SettingsMutator::Mutate(QByteArray& bytes)
             BreakText(bytes);
             break;
     }
-}
-
-void SettingsMutator::FlipBits(QByteArray& bytes)
-{
-    for (int i = bytes.isEmpty() ? 0 : 1 + Below(8); i > 0; --i)
-    {
-        char& byte = bytes.data()[Below(bytes.size())];
-        byte = static_cast<char>(byte ^ (1 << Below(8)));
-    }
-}
-
-void SettingsMutator::Splice(QByteArray& bytes)
-{
-    const QByteArray other = Any(Seeds);
-    const int from = Position(other);
-    bytes.insert(Position(bytes), other.mid(from, Below(other.size() - from + 1)));
 }
 
 void SettingsMutator::SwapValue(QByteArray& bytes)
@@ -213,16 +197,6 @@ void SettingsMutator::BreakText(QByteArray& bytes)
     // Best inside a string.
     const int quote = bytes.indexOf('"', Position(bytes));
     bytes.insert(quote + 1, Any(BadText));
-}
-
-QByteArray SettingsMutator::RandomBytes(int most)
-{
-    QByteArray bytes(Below(most), '\0');
-    for (char& byte : bytes)
-    {
-        byte = static_cast<char>(Below(256));
-    }
-    return bytes;
 }
 
 QByteArray SettingsMutator::RandomObject()

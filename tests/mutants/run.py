@@ -1,0 +1,93 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Seeds small faults, one at a time, and tells which the tests notice: run.py BUILD [filter]
+
+Works on a copy of the sources in BUILD/mutants, so the tree is never touched. A fault that does not compile counts as
+an error of this list, not as noticed. Exit status 1 when fewer than 95 of 100 faults are noticed, or on an error.
+"""
+import re
+import shutil
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+from faults import GROUPS
+
+ROOT = Path(__file__).resolve().parents[2]
+SHARE = 0.95
+SKIPPED = "^(walkthrough|sample_clip|accuracy|includes|playersoak|settingsfuzz)$"
+
+
+def run(command, **options):
+    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False, **options)
+
+
+def copy_sources(tree):
+    shutil.rmtree(tree, ignore_errors=True)
+    for name in run(["git", "ls-files", "-z"], cwd=ROOT).stdout.split("\0"):
+        if name and (ROOT / name).is_file():
+            (tree / name).parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(ROOT / name, tree / name)
+
+
+def tests_of(tree, folders):
+    """Names of the tests that the CMake files of these folders declare."""
+    listed = run(["ctest", "--show-only=json-v1"], cwd=tree / "build").stdout
+    names = re.findall(r'"name"\s*:\s*"(\w+)",\s*\n\s*"properties"', listed)
+    sources = {path.name[:-len("_test.cpp")] for folder in folders
+               for path in (tree / "tests" / folder).glob("*_test.cpp")}
+    return [name for name in names if name in sources and not re.match(SKIPPED, name)]
+
+
+def check(tree, fault, tests):
+    """What became of one fault: "noticed by ...", "NOT noticed", "ERROR ..."."""
+    path, old, new = fault
+    source = tree / "src" / path
+    original = source.read_text(encoding="utf-8")
+    if original.count(old) != 1:
+        return f"ERROR: its text stands {original.count(old)} times"
+    source.write_text(original.replace(old, new), encoding="utf-8")
+    try:
+        targets = [f"{name}_test" for name in tests]
+        built = run(["ninja", *targets], cwd=tree / "build")
+        if built.returncode != 0:
+            return "ERROR: does not compile"
+        pattern = "^(" + "|".join(tests) + ")$"
+        tested = run(["ctest", "-j2", "--stop-on-failure", "--timeout", "120", "-R", pattern], cwd=tree / "build")
+        failed = re.findall(r"^\s*\d+ - (\w+) \(", tested.stdout, re.MULTILINE)
+        return "noticed by " + ", ".join(failed) if tested.returncode != 0 else "NOT noticed"
+    finally:
+        source.write_text(original, encoding="utf-8")
+
+
+def main():
+    build = Path(sys.argv[1]).resolve()
+    wanted = sys.argv[2] if len(sys.argv) > 2 else ""
+    tree = build / "mutants"
+    copy_sources(tree)
+    configured = run(["cmake", "-S", str(tree), "-B", str(tree / "build"), "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
+                      "-DCMAKE_CXX_FLAGS_DEBUG=-O1", *sys.argv[3:]])
+    if configured.returncode != 0:
+        print(configured.stdout)
+        return 1
+    count = noticed = errors = 0
+    for faults, folders in GROUPS:
+        tests = tests_of(tree, folders)
+        for fault in faults:
+            if wanted not in fault[0]:
+                continue
+            start = time.monotonic()
+            outcome = check(tree, fault, tests)
+            count += 1
+            noticed += outcome.startswith("noticed")
+            errors += outcome.startswith("ERROR")
+            line = fault[1].strip().splitlines()[0]
+            print(f"{fault[0]}: {line} -> {fault[2].strip() or 'nothing'}: {outcome} "
+                  f"({time.monotonic() - start:.0f} s)", flush=True)
+    print(f"{noticed} of {count} faults noticed, {errors} errors")
+    return 0 if errors == 0 and noticed >= SHARE * count else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
