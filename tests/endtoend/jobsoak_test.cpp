@@ -17,6 +17,7 @@
 #include <QFile>
 #include <QHash>
 #include <QLoggingCategory>
+#include <QPixmapCache>
 #include <QTest>
 
 #include <algorithm>
@@ -104,6 +105,7 @@ private:
     QHash<QString, QByteArray> First;  ///< hashes of what was written first, by its name
     QByteArray Data;                   ///< hash of the data files before the job
     int Progress = 0;                  ///< lines since the start of the job
+    bool HasHands = false;             ///< during the job; what they say may hide a line
     int Ended[4] = {};                 ///< jobs by their result
     int Aborts = 0;
     int Again = 0;      ///< files that were like the first of their name
@@ -207,6 +209,7 @@ void JobSoakTest::Run(const SoakJob& job)
     Data = DataFiles();
     Window->Click("pushButtonClear");
     Progress = 0;
+    HasHands = !job.During.empty();
     const int stateBefore = ProgramHost.GetState();
     Press(job);
     QCOMPARE(ShownState(*Window), ShownStateOf(StateAfterPress(button)));
@@ -251,7 +254,8 @@ void JobSoakTest::Compare(SoakButton button, const SoakSettings& settings, int s
     {
         QVERIFY(std::any_of(log.cbegin(), log.cend(), IsOfTheCrop));
     }
-    QVERIFY2(!isWhole || Progress == end->Progress, qPrintable(QString::number(Progress)));
+    QVERIFY2(!isWhole || Progress == end->Progress || (HasHands && Progress < end->Progress),
+             qPrintable(QString::number(Progress)));
     QString wanted = ShownStateOf(end->State);
     if (isAborted && ShownState(*Window) != wanted)
     {
@@ -325,7 +329,8 @@ ProcessFigures JobSoakTest::UndisturbedFigures()
     Window->Click("pushButtonClear");
     Hands->TakeUsualLook();
     Window->ClickTab(SettingsTab);
-    QTest::qWait(200);  // the last thread is on its way out
+    QTest::qWait(200);      // the last thread is on its way out
+    QPixmapCache::clear();  // of the style, which fills it up to its limit
     return TakeFigures();
 }
 
