@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarkedwindow.h"
 #include "longvideo.h"
+#include "windowsteps.h"
 
 #include "batch/stabilizerhost.h"
 #include "graphs/simpleplot.h"
@@ -8,9 +9,6 @@
 
 #include <QAction>
 #include <QEvent>
-#include <QPushButton>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -20,10 +18,6 @@ std::unique_ptr<MainWindow> BenchmarkedWindow;
 
 namespace
 {
-constexpr int SettingsTab = 0;
-constexpr int HorizontalTab = 1;
-constexpr int SecondUpdate = 400;  ///< milliseconds until the second update of a change is over
-
 /** Counts the paintings of a widget. */
 class PaintCounter : public QObject
 {
@@ -49,25 +43,11 @@ public:
     WindowOnGraph(int frames, int type, int depth) : Window(TheWindow())
     {
         const QString project = WriteAnalysedProject(QDir(Dir.path()), frames, type, depth);
-        ClickTab(SettingsTab);
+        ClickTab(Window, 0);
         const AnswerModal question(QMessageBox::No);
         const AnswerModal dialog = AnswerModal::FileDialog(project);
         Window.findChild<QAction*>(QStringLiteral("actionopen_project"))->trigger();
-        auto* calculate = Button(&Window, "pushButtonCalculateTrack");
-        QTest::mouseClick(Button(&Window, "pushButtonReadTrack"), Qt::LeftButton);
-        if (!QTest::qWaitFor([calculate] { return calculate->isEnabled(); }, 60000))
-        {
-            qFatal("the data files were not read");
-        }
-        ClickTab(HorizontalTab);
-        Page = Tabs()->currentWidget();
-        QTest::mouseClick(Button(Page, "pushButtonCalc"), Qt::LeftButton);
-        QTest::qWait(SecondUpdate);
-    }
-
-    [[nodiscard]] static QPushButton* Button(const QWidget* parent, const char* name)
-    {
-        return parent->findChild<QPushButton*>(QString::fromLatin1(name));
+        Page = ShowHorizontalGraph(Window);
     }
 
 private:
@@ -79,17 +59,6 @@ private:
             BenchmarkedWindow->show();
         }
         return *BenchmarkedWindow;
-    }
-
-    [[nodiscard]] QTabWidget* Tabs() const
-    {
-        return Window.findChild<QTabWidget*>(QStringLiteral("tabWidgetMain"));
-    }
-
-    void ClickTab(int index) const
-    {
-        QTabBar* bar = Tabs()->tabBar();
-        QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(index).center());
     }
 
     QTemporaryDir Dir;
@@ -108,7 +77,7 @@ void PressToPicture(benchmark::State& state)
     const WindowOnGraph window(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)),
                                static_cast<int>(state.range(2)));
     PaintCounter counter(window.Page->findChild<QwtPlot*>()->canvas());
-    auto* button = WindowOnGraph::Button(window.Page, "pushButtonCalc");
+    auto* button = ButtonOf(*window.Page, "pushButtonCalc");
     for (auto unused : state)
     {
         static_cast<void>(unused);
@@ -119,7 +88,7 @@ void PressToPicture(benchmark::State& state)
             QCoreApplication::processEvents();
         }
         state.PauseTiming();
-        QTest::qWait(SecondUpdate);
+        WaitForSecondUpdate();
         state.ResumeTiming();
     }
 }

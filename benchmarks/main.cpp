@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarkedwindow.h"
+#include "memory.h"
 #include "start.h"
 
+#include "app/allocator.h"
 #include "app/programapplication.h"
 
 #include <QApplication>
@@ -17,6 +19,7 @@ const char* const InsideBenchmark = "MOLVANE_INSIDE_BENCHMARK";
 
 int main(int argc, char** argv)
 {
+    KeepFreedMemory();  // as the program does
     const QTemporaryDir home;
     if (!qEnvironmentVariableIsSet(InsideBenchmark))
     {
@@ -30,6 +33,10 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     ProgramApplication = &application;
     if (const std::optional<int> exitCode = RunAsStart())
+    {
+        return *exitCode;
+    }
+    if (const std::optional<int> exitCode = RunAsMemory())
     {
         return *exitCode;
     }

@@ -5,6 +5,8 @@
 
 #include <opencv2/videoio.hpp>
 
+#include <QDir>
+
 #include <map>
 
 SampleFile::SampleFile(int height) : Height(height)
@@ -42,9 +44,22 @@ std::string SampleFile::Path(const char* name) const
 
 FileNames SampleFile::Names() const
 {
+    return NamesIn(Directory());
+}
+
+QString SampleFile::Directory() const
+{
+    return Dir.path();
+}
+
+FileNames SampleFile::NamesIn(const QString& directory)
+{
     FileNames names;
-    const auto fill = [this](char* target, const char* name)
-    { qstrncpy(target, Path(name).c_str(), static_cast<uint>(FileNameSize)); };
+    const auto fill = [&directory](char* target, const char* name)
+    {
+        const QString path = QDir(directory).filePath(QString::fromLatin1(name));
+        qstrncpy(target, path.toLatin1().constData(), static_cast<uint>(FileNameSize));
+    };
     fill(names.SourceFile, "source.mp4");
     fill(names.ExportFile, "export.mp4");
     fill(names.TrackingFile, "Tracking.dat");

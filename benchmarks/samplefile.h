@@ -25,6 +25,12 @@ public:
     /** The source and all that jobs make from it; the export is "export.mp4". */
     [[nodiscard]] FileNames Names() const;
 
+    /** Where all of them lie. */
+    [[nodiscard]] QString Directory() const;
+
+    /** The same in the directory of another process' sample. */
+    [[nodiscard]] static FileNames NamesIn(const QString& directory);
+
 private:
     QTemporaryDir Dir;
     int Height;

@@ -14,7 +14,8 @@ ROWS = [
     # records: plain data
     ["batch/jobstate", "batch/resultcodes", "batch/trackingparameters", "batch/exportsettings", "batch/filenames",
      "batch/logrecord", "batch/samefile", "batch/binaryfile", "stabilizer/truncation", "stabilizer/ignoresection", "stabilizer/manualpath",
-     "stabilizer/axisfiltersettings", "stabilizer/pathfilterstage", "app/pathnames", "app/programapplication"],
+     "stabilizer/axisfiltersettings", "stabilizer/pathfilterstage", "app/allocator",
+     "app/pathnames", "app/programapplication"],
     # engine
     ["app/log", "project/jsonaccess", "project/axisfiltersettings_json", "stabilizer/croprectangle", "stabilizer/pathfilter", "stabilizer/pathcorrections",
      "stabilizer/camerapath", "batch/videofile", "batch/stabilize"],

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/allocator.h"
 #include "app/mainwindow.h"
 #include "app/programapplication.h"
 
@@ -6,6 +7,7 @@
 
 int main(int argc, char** argv)
 {
+    KeepFreedMemory();
     QApplication application(argc, argv);
     ProgramApplication = &application;
     QString projectFile;

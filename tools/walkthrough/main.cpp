@@ -2,6 +2,7 @@
 #include "report.h"
 #include "walk.h"
 
+#include "app/allocator.h"
 #include "app/programapplication.h"
 
 #include <QApplication>
@@ -75,6 +76,7 @@ void WalkAgain(const QDir& out, const QString& video, Report& report)
 int main(int argc, char** argv)
 {
     qInstallMessageHandler(PassMessage);
+    KeepFreedMemory();  // as the program does
     QApplication application(argc, argv);
     ProgramApplication = &application;
     QCommandLineParser parser;
