@@ -25,7 +25,7 @@ def run(command, **options):
 
 def copy_sources(tree):
     shutil.rmtree(tree, ignore_errors=True)
-    for name in run(["git", "ls-files", "-z"], cwd=ROOT).stdout.split("\0"):
+    for name in run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT).stdout.split("\0"):
         if name and (ROOT / name).is_file():
             (tree / name).parent.mkdir(parents=True, exist_ok=True)
             shutil.copy2(ROOT / name, tree / name)
@@ -40,7 +40,27 @@ def tests_of(tree, folders):
     return [name for name in names if name in sources and not re.match(SKIPPED, name)]
 
 
-def check(tree, fault, tests):
+def likely_first(path, tests, noticed_by):
+    """The tests in steps: those that noticed a fault in this file before, those named like it, and all others."""
+    stem = Path(path).stem.replace("_", "")
+    before = [name for name in tests if name in noticed_by.get(path, [])]
+    named = [name for name in tests if name not in before and (name.startswith(stem) or stem.startswith(name))]
+    others = [name for name in tests if name not in before + named]
+    return [[name] for name in before + named] + [others]
+
+
+def failing(tree, tests):
+    """Names of those that fail, or None when they cannot be built."""
+    built = run(["ninja", *[f"{name}_test" for name in tests]], cwd=tree / "build")
+    if built.returncode != 0:
+        return None
+    pattern = "^(" + "|".join(tests) + ")$"
+    tested = run(["ctest", "-j2", "--stop-on-failure", "--timeout", "120", "-R", pattern], cwd=tree / "build")
+    failed = re.findall(r"^\s*\d+ - (\w+) \(", tested.stdout, re.MULTILINE)
+    return failed if tested.returncode == 0 or failed else ["an unknown test"]
+
+
+def check(tree, fault, tests, noticed_by):
     """What became of one fault: "noticed by ...", "NOT noticed", "ERROR ..."."""
     path, old, new = fault
     source = tree / "src" / path
@@ -49,14 +69,14 @@ def check(tree, fault, tests):
         return f"ERROR: its text stands {original.count(old)} times"
     source.write_text(original.replace(old, new), encoding="utf-8")
     try:
-        targets = [f"{name}_test" for name in tests]
-        built = run(["ninja", *targets], cwd=tree / "build")
-        if built.returncode != 0:
-            return "ERROR: does not compile"
-        pattern = "^(" + "|".join(tests) + ")$"
-        tested = run(["ctest", "-j2", "--stop-on-failure", "--timeout", "120", "-R", pattern], cwd=tree / "build")
-        failed = re.findall(r"^\s*\d+ - (\w+) \(", tested.stdout, re.MULTILINE)
-        return "noticed by " + ", ".join(failed) if tested.returncode != 0 else "NOT noticed"
+        for step in filter(None, likely_first(path, tests, noticed_by)):
+            failed = failing(tree, step)
+            if failed is None:
+                return "ERROR: does not compile"
+            if failed:
+                noticed_by.setdefault(path, []).extend(failed)
+                return "noticed by " + ", ".join(failed)
+        return "NOT noticed"
     finally:
         source.write_text(original, encoding="utf-8")
 
@@ -72,13 +92,14 @@ def main():
         print(configured.stdout)
         return 1
     count = noticed = errors = 0
+    noticed_by = {}  # names of tests by the file in which they noticed a fault
     for faults, folders in GROUPS:
         tests = tests_of(tree, folders)
         for fault in faults:
             if wanted not in fault[0]:
                 continue
             start = time.monotonic()
-            outcome = check(tree, fault, tests)
+            outcome = check(tree, fault, tests, noticed_by)
             count += 1
             noticed += outcome.startswith("noticed")
             errors += outcome.startswith("ERROR")
