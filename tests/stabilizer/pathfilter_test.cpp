@@ -197,26 +197,30 @@ void PathFilterTest::AgreesBitForBitWithTheModel()
 void PathFilterTest::Mean_data()
 {
     QTest::addColumn<unsigned>("windowLength");
+    QTest::addColumn<unsigned>("delay");
     QTest::addColumn<bool>("isMean");
-    QTest::newRow("window 0") << 0U << true;
-    QTest::newRow("window 1") << 1U << true;
-    QTest::newRow("window 5") << 5U << true;
-    QTest::newRow("window 6") << 6U << false;
-    QTest::newRow("window one shorter than the input") << 9U << false;
-    QTest::newRow("window as long as the input") << 10U << true;
-    QTest::newRow("window longer than the input") << 11U << true;
-    QTest::newRow("longest window") << 4294967295U << true;
+    QTest::newRow("window 0") << 0U << 2U << true;
+    QTest::newRow("window 1") << 1U << 2U << true;
+    QTest::newRow("window 5") << 5U << 2U << true;
+    QTest::newRow("window 6") << 6U << 2U << false;
+    QTest::newRow("window one shorter than the input") << 9U << 2U << false;
+    QTest::newRow("window as long as the input") << 10U << 2U << true;
+    QTest::newRow("window longer than the input") << 11U << 2U << true;
+    QTest::newRow("delay one shorter than the input") << 6U << 9U << false;
+    QTest::newRow("delay as long as the input") << 6U << 10U << true;
+    QTest::newRow("longest window") << 4294967295U << 2U << true;
 }
 
 void PathFilterTest::Mean()
 {
     QFETCH(unsigned, windowLength);
+    QFETCH(unsigned, delay);
     QFETCH(bool, isMean);
     const QVector<double> input = {1.0, 2.0, 4.0, 8.0, 16.0, 32.0, 64.0, 128.0, 256.0, 512.0};
     AxisFilterSettings settings;  // the mean knows no start and end values
     settings.UseStartValue = true;
     settings.UseEndValue = true;
-    const QVector<double> path = Filtered(Stage(windowLength, 1, 2), input, settings);
+    const QVector<double> path = Filtered(Stage(windowLength, 1, delay), input, settings);
     QCOMPARE(Difference(path, QVector<double>(10, 102.3)).isEmpty(), isMean);
     QCOMPARE(path.size(), 10);
 }
