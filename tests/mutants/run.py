@@ -5,6 +5,7 @@
 Works on a copy of the sources in BUILD/mutants, so the tree is never touched. A fault that does not compile counts as
 an error of this list, not as noticed. Exit status 1 when fewer than 95 of 100 faults are noticed, or on an error.
 """
+import filecmp
 import re
 import shutil
 import subprocess
@@ -24,29 +25,33 @@ def run(command, **options):
 
 
 def copy_sources(tree):
-    shutil.rmtree(tree, ignore_errors=True)
+    """Copies what has changed since the last run, faults that a broken run has left among it."""
     for name in run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT).stdout.split("\0"):
-        if name and (ROOT / name).is_file():
-            (tree / name).parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy2(ROOT / name, tree / name)
+        source, target = ROOT / name, tree / name
+        if name and source.is_file() and not (target.is_file() and filecmp.cmp(source, target, shallow=False)):
+            target.parent.mkdir(parents=True, exist_ok=True)
+            target.unlink(missing_ok=True)
+            shutil.copyfile(source, target)  # as new, so that it is built
+            shutil.copymode(source, target)
 
 
 def tests_of(tree, folders):
-    """Names of the tests that the CMake files of these folders declare."""
+    """Names of the tests that the CMake files of these folders declare, with their folders."""
     listed = run(["ctest", "--show-only=json-v1"], cwd=tree / "build").stdout
     names = re.findall(r'"name"\s*:\s*"(\w+)",\s*\n\s*"properties"', listed)
-    sources = {path.name[:-len("_test.cpp")] for folder in folders
+    sources = {path.name[:-len("_test.cpp")]: folder for folder in folders
                for path in (tree / "tests" / folder).glob("*_test.cpp")}
-    return [name for name in names if name in sources and not re.match(SKIPPED, name)]
+    return {name: sources[name] for name in names if name in sources and not re.match(SKIPPED, name)}
 
 
 def likely_first(path, tests, noticed_by):
-    """The tests in steps: those that noticed a fault in this file before, those named like it, and all others."""
+    """The tests in steps: those that noticed a fault in this file before, named like it, of its folder, and all."""
     stem = Path(path).stem.replace("_", "")
     before = [name for name in tests if name in noticed_by.get(path, [])]
     named = [name for name in tests if name not in before and (name.startswith(stem) or stem.startswith(name))]
-    others = [name for name in tests if name not in before + named]
-    return [[name] for name in before + named] + [others]
+    rest = [name for name in tests if name not in before + named]
+    near = [name for name in rest if tests[name] == path.split("/")[0]]
+    return [[name] for name in before + named] + [near, [name for name in rest if name not in near]]
 
 
 def failing(tree, tests):
