@@ -118,33 +118,6 @@ void GraphWindow::SaveSettings()
     }
 }
 
-/** A hidden plot leaves its axes alone; without this they would follow only at the second update.
- */
-void GraphWindow::UpdateListStates()
-{
-    const bool any =
-        Proj->EnGlobalIgnoreList || Settings->EnableIgnoreSections || Settings->EnableManualPath;
-    const std::initializer_list<QWidget*> lists = {
-        ui->labelIgnStabListGlobal, ui->labelIgnStabList, ui->labelManPathList,
-        ui->treeWidgetGlobalIgnore, ui->treeWidgetIgnore, ui->treeWidgetManualPathList};
-    for (QWidget* widget : lists)
-    {
-        widget->setVisible(any);
-    }
-    ui->treeWidgetGlobalIgnore->setEnabled(Proj->EnGlobalIgnoreList);
-    ui->treeWidgetIgnore->setEnabled(Settings->EnableIgnoreSections);
-    ui->treeWidgetManualPathList->setEnabled(Settings->EnableManualPath);
-}
-
-void GraphWindow::PlotUpdate()
-{
-    Flow.ClearLine();
-    Flow.SetShowMarginShadow(ui->checkBoxMarginShadow->isChecked());
-    Flow.SetFlags(ui->checkBoxCamFlow->isChecked(), ui->checkBoxDeviation->isChecked(),
-                  ui->checkBoxShowMargin->isChecked(), ui->checkBoxTime->isChecked());
-    ui->comboBoxGraphMouse->setCurrentIndex(PanAndZoom);
-}
-
 void GraphWindow::on_pushButtonCalc_clicked()
 {
     emit CalculateCameraPath();
@@ -220,6 +193,15 @@ void GraphWindow::on_comboBoxGraphMouse_currentIndexChanged(int index)
     }
 }
 
+void GraphWindow::PlotUpdate()
+{
+    Flow.ClearLine();
+    Flow.SetShowMarginShadow(ui->checkBoxMarginShadow->isChecked());
+    Flow.SetFlags(ui->checkBoxCamFlow->isChecked(), ui->checkBoxDeviation->isChecked(),
+                  ui->checkBoxShowMargin->isChecked(), ui->checkBoxTime->isChecked());
+    ui->comboBoxGraphMouse->setCurrentIndex(PanAndZoom);
+}
+
 void GraphWindow::GraphRect(QRectF rect)
 {
     const IgnoreSection section{TruncateToInt32(rect.x()), TruncateToInt32(rect.x() + rect.width()),
@@ -233,4 +215,22 @@ void GraphWindow::GraphRect(QRectF rect)
         GlobalIgnore->AddSection(section);
     }
     ui->comboBoxGraphMouse->setCurrentIndex(PanAndZoom);
+}
+
+/** A hidden plot leaves its axes alone; without this they would follow only at the second update.
+ */
+void GraphWindow::UpdateListStates()
+{
+    const bool any =
+        Proj->EnGlobalIgnoreList || Settings->EnableIgnoreSections || Settings->EnableManualPath;
+    const std::initializer_list<QWidget*> lists = {
+        ui->labelIgnStabListGlobal, ui->labelIgnStabList, ui->labelManPathList,
+        ui->treeWidgetGlobalIgnore, ui->treeWidgetIgnore, ui->treeWidgetManualPathList};
+    for (QWidget* widget : lists)
+    {
+        widget->setVisible(any);
+    }
+    ui->treeWidgetGlobalIgnore->setEnabled(Proj->EnGlobalIgnoreList);
+    ui->treeWidgetIgnore->setEnabled(Settings->EnableIgnoreSections);
+    ui->treeWidgetManualPathList->setEnabled(Settings->EnableManualPath);
 }

@@ -51,61 +51,56 @@ void InsertPoint(std::list<ManualPathPoint>& points, const ManualPathPoint& poin
 }
 }  // namespace
 
-int GraphWindow::FrameCount() const
+void GraphWindow::on_treeWidgetManualPathList_customContextMenuRequested(QPoint pos)
 {
-    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
-    return Path->DetectedShakiness.size();
-}
-
-/** @p frame held to the video; without frames -1. */
-int GraphWindow::ClampFrame(int frame) const
-{
-    return std::min(std::max(frame, 0), FrameCount() - 1);
-}
-
-bool GraphWindow::IsSection(QTreeWidgetItem* item) const
-{
-    return ui->treeWidgetManualPathList->indexOfTopLevelItem(item) >= 0;  // compares addresses only
-}
-
-bool GraphWindow::IsInTree(const QTreeWidgetItem* item) const
-{
-    for (QTreeWidgetItemIterator it(ui->treeWidgetManualPathList); *it != nullptr; ++it)
+    MenuItem = ui->treeWidgetManualPathList->itemAt(pos);
+    MenuPos = pos;
+    const bool isPoint = MenuItem != nullptr && MenuItem->parent() != nullptr;
+    const bool isSection = MenuItem != nullptr && MenuItem->parent() == nullptr;
+    QMenu menu(this);
+    if (MenuItem != nullptr)
     {
-        if (*it == item)
-        {
-            return true;
-        }
+        CurrentSection = isPoint ? MenuItem->parent() : MenuItem;
+        menu.addAction(tr("Add Point"), this, &GraphWindow::AddPoint);
+        menu.addAction(tr("Flat Out"), this, &GraphWindow::FlatOut);
     }
-    return false;
+    menu.addAction(tr("Start Section"), this, &GraphWindow::StartFlow);
+    menu.addAction(tr("Start Flat In Section"), this, &GraphWindow::FlatIn);
+    menu.addAction(tr("------------"), this, &GraphWindow::DoNothing);
+    if (isPoint)
+    {
+        menu.addAction(tr("Remove Point"), this, &GraphWindow::RemovePoint);
+    }
+    if (isSection)
+    {
+        menu.addAction(tr("Remove Section"), this, &GraphWindow::RemoveSection);
+    }
+    menu.addAction(tr("Clear all Sections"), this, &GraphWindow::ClearAllSections);
+    menu.exec(ui->treeWidgetManualPathList->viewport()->mapToGlobal(pos));
 }
 
-void GraphWindow::AddPointItem(int frame, const QString& value)
+void GraphWindow::SortManList()
 {
-    CurrentSection->addChild(NewPointItem(QString::number(frame), value));
-}
-
-void GraphWindow::UpdateSectionTitle(QTreeWidgetItem* item)
-{
-    int min = 100000000;  // beyond any video
-    int max = -100000000;
-    for (int i = 0; i < item->childCount(); ++i)
+    if (FrameCount() == 0)
     {
-        bool isNumber = false;
-        const int frame = ClampFrame(item->child(i)->text(FrameColumn).toInt(&isNumber));
-        if (isNumber)
-        {
-            min = std::min(min, frame);
-            max = std::max(max, frame);
-        }
+        return;
     }
-    QString range = QStringLiteral("-");
-    if (item->childCount() > 0)
+    const int count = ui->treeWidgetManualPathList->topLevelItemCount();
+    ManualSections.resize(static_cast<std::size_t>(count));
+    for (int i = count - 1; i >= 0; --i)
     {
-        range = min > max ? QStringLiteral("[X:X]") : QStringLiteral("[%1:%2]").arg(min).arg(max);
+        const std::unique_ptr<QTreeWidgetItem> item(
+            ui->treeWidgetManualPathList->takeTopLevelItem(i));
+        ReadSection(*item, ManualSections[static_cast<std::size_t>(i)]);
     }
-    item->setText(FrameColumn, range);
-    item->setText(ValueColumn, tr("Section"));
+    ManualSections.erase(
+        std::remove_if(ManualSections.begin(), ManualSections.end(),
+                       [](const ManualPathSection& section) { return section.Points.empty(); }),
+        ManualSections.end());
+    if (count > 0)
+    {
+        RebuildManualTree();
+    }
 }
 
 void GraphWindow::StartFlow()
@@ -177,34 +172,6 @@ void GraphWindow::ClearAllSections()
 
 void GraphWindow::DoNothing() {}
 
-void GraphWindow::on_treeWidgetManualPathList_customContextMenuRequested(QPoint pos)
-{
-    MenuItem = ui->treeWidgetManualPathList->itemAt(pos);
-    MenuPos = pos;
-    const bool isPoint = MenuItem != nullptr && MenuItem->parent() != nullptr;
-    const bool isSection = MenuItem != nullptr && MenuItem->parent() == nullptr;
-    QMenu menu(this);
-    if (MenuItem != nullptr)
-    {
-        CurrentSection = isPoint ? MenuItem->parent() : MenuItem;
-        menu.addAction(tr("Add Point"), this, &GraphWindow::AddPoint);
-        menu.addAction(tr("Flat Out"), this, &GraphWindow::FlatOut);
-    }
-    menu.addAction(tr("Start Section"), this, &GraphWindow::StartFlow);
-    menu.addAction(tr("Start Flat In Section"), this, &GraphWindow::FlatIn);
-    menu.addAction(tr("------------"), this, &GraphWindow::DoNothing);
-    if (isPoint)
-    {
-        menu.addAction(tr("Remove Point"), this, &GraphWindow::RemovePoint);
-    }
-    if (isSection)
-    {
-        menu.addAction(tr("Remove Section"), this, &GraphWindow::RemoveSection);
-    }
-    menu.addAction(tr("Clear all Sections"), this, &GraphWindow::ClearAllSections);
-    menu.exec(ui->treeWidgetManualPathList->viewport()->mapToGlobal(pos));
-}
-
 void GraphWindow::GraphLeftClick(QPointF pos)
 {
     if (MouseMode != AddManualPoints && MouseMode != AddFlatPoints)
@@ -226,6 +193,35 @@ void GraphWindow::GraphLeftClick(QPointF pos)
         ui->treeWidgetManualPathList->addTopLevelItem(CurrentSection);
     }
     CurrentSection->setExpanded(true);
+}
+
+int GraphWindow::FrameCount() const
+{
+    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
+    return Path->DetectedShakiness.size();
+}
+
+/** @p frame held to the video; without frames -1. */
+int GraphWindow::ClampFrame(int frame) const
+{
+    return std::min(std::max(frame, 0), FrameCount() - 1);
+}
+
+bool GraphWindow::IsSection(QTreeWidgetItem* item) const
+{
+    return ui->treeWidgetManualPathList->indexOfTopLevelItem(item) >= 0;  // compares addresses only
+}
+
+bool GraphWindow::IsInTree(const QTreeWidgetItem* item) const
+{
+    for (QTreeWidgetItemIterator it(ui->treeWidgetManualPathList); *it != nullptr; ++it)
+    {
+        if (*it == item)
+        {
+            return true;
+        }
+    }
+    return false;
 }
 
 /**
@@ -257,28 +253,32 @@ QTreeWidgetItem* GraphWindow::NearestSection(int frame) const
     return nearest;
 }
 
-void GraphWindow::SortManList()
+void GraphWindow::AddPointItem(int frame, const QString& value)
 {
-    if (FrameCount() == 0)
+    CurrentSection->addChild(NewPointItem(QString::number(frame), value));
+}
+
+void GraphWindow::UpdateSectionTitle(QTreeWidgetItem* item)
+{
+    int min = 100000000;  // beyond any video
+    int max = -100000000;
+    for (int i = 0; i < item->childCount(); ++i)
     {
-        return;
+        bool isNumber = false;
+        const int frame = ClampFrame(item->child(i)->text(FrameColumn).toInt(&isNumber));
+        if (isNumber)
+        {
+            min = std::min(min, frame);
+            max = std::max(max, frame);
+        }
     }
-    const int count = ui->treeWidgetManualPathList->topLevelItemCount();
-    ManualSections.resize(static_cast<std::size_t>(count));
-    for (int i = count - 1; i >= 0; --i)
+    QString range = QStringLiteral("-");
+    if (item->childCount() > 0)
     {
-        const std::unique_ptr<QTreeWidgetItem> item(
-            ui->treeWidgetManualPathList->takeTopLevelItem(i));
-        ReadSection(*item, ManualSections[static_cast<std::size_t>(i)]);
+        range = min > max ? QStringLiteral("[X:X]") : QStringLiteral("[%1:%2]").arg(min).arg(max);
     }
-    ManualSections.erase(
-        std::remove_if(ManualSections.begin(), ManualSections.end(),
-                       [](const ManualPathSection& section) { return section.Points.empty(); }),
-        ManualSections.end());
-    if (count > 0)
-    {
-        RebuildManualTree();
-    }
+    item->setText(FrameColumn, range);
+    item->setText(ValueColumn, tr("Section"));
 }
 
 /** From the last row to the first, so that of rows with one frame the upper one wins. */

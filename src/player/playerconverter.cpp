@@ -64,6 +64,16 @@ void PlayerConverter::NewStabilizationData()
     NewData = true;
 }
 
+void PlayerConverter::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == QueueTimer.timerId())
+    {
+        Process(PendingFrame, PendingIndex);
+        PendingFrame.release();
+        QueueTimer.stop();
+    }
+}
+
 void PlayerConverter::Process(const cv::Mat& frame, int index)
 {
     if (frame.empty() || Gate.tryLock(GateMs))
@@ -93,6 +103,24 @@ void PlayerConverter::Process(const cv::Mat& frame, int index)
     else
     {
         Crop.Reset();
+    }
+}
+
+/**
+ * Deliberate: the line comes with each frame, as the one that comes in is asked for and not the one
+ * that waits.
+ */
+void PlayerConverter::Queue(const cv::Mat& frame, int index)
+{
+    if (!frame.empty())
+    {
+        ProgramHost.Log(LogTrace, "Converter dropped frame!");
+    }
+    PendingFrame = frame;
+    PendingIndex = index;
+    if (!QueueTimer.isActive())
+    {
+        QueueTimer.start(0, this);
     }
 }
 
@@ -147,32 +175,4 @@ void PlayerConverter::SendStabilized()
     RoiMat = ExpMat(cv::Range(Crop.Top, Crop.Bottom), cv::Range(Crop.Left, Crop.Right));
     RoiMat.copyTo(CropMat);
     emit ExpImageReady(CropImage);
-}
-
-/**
- * Deliberate: the line comes with each frame, as the one that comes in is asked for and not the one
- * that waits.
- */
-void PlayerConverter::Queue(const cv::Mat& frame, int index)
-{
-    if (!frame.empty())
-    {
-        ProgramHost.Log(LogTrace, "Converter dropped frame!");
-    }
-    PendingFrame = frame;
-    PendingIndex = index;
-    if (!QueueTimer.isActive())
-    {
-        QueueTimer.start(0, this);
-    }
-}
-
-void PlayerConverter::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() == QueueTimer.timerId())
-    {
-        Process(PendingFrame, PendingIndex);
-        PendingFrame.release();
-        QueueTimer.stop();
-    }
 }

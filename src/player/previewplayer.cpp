@@ -110,29 +110,19 @@ PreviewPlayer::~PreviewPlayer()
     delete ui;
 }
 
-void PreviewPlayer::ConnectControls()
+void PreviewPlayer::JobStateChanged(int state)
 {
-    // They pile up until the next DisconnectControls; the slots compare before they seek.
-    connect(ui->spinBoxIdx, qOverload<int>(&QSpinBox::valueChanged), this,
-            &PreviewPlayer::SetPosition);
-    connect(ui->spinBoxMin, qOverload<int>(&QSpinBox::valueChanged), this,
-            &PreviewPlayer::TimeChanged);
-    connect(ui->spinBoxSec, qOverload<int>(&QSpinBox::valueChanged), this,
-            &PreviewPlayer::TimeChanged);
-    connect(ui->horizontalSlider, &QSlider::sliderReleased, this,
-            &PreviewPlayer::SetSliderPosition);
-}
-
-void PreviewPlayer::DisconnectControls()
-{
-    disconnect(ui->spinBoxIdx, qOverload<int>(&QSpinBox::valueChanged), this,
-               &PreviewPlayer::SetPosition);
-    disconnect(ui->spinBoxMin, qOverload<int>(&QSpinBox::valueChanged), this,
-               &PreviewPlayer::TimeChanged);
-    disconnect(ui->spinBoxSec, qOverload<int>(&QSpinBox::valueChanged), this,
-               &PreviewPlayer::TimeChanged);
-    disconnect(ui->horizontalSlider, &QSlider::sliderReleased, this,
-               &PreviewPlayer::SetSliderPosition);
+    State = state;
+    const bool isIdle = state == JobNone || state == JobTrackingReady || state == JobPathReady ||
+                        state == JobPathCalculated;
+    if (!isIdle && Capture.IsPlaying())
+    {
+        Capture.Stop();
+    }
+    ui->pushButtonReset->setEnabled(isIdle);
+    ui->pushButtonPlayPause->setEnabled(isIdle);
+    View(static_cast<ViewType>(ui->comboBoxView->currentIndex()));
+    UpdateGraphs();
 }
 
 void PreviewPlayer::on_pushButtonReset_clicked()
@@ -268,15 +258,6 @@ void PreviewPlayer::SetSliderPosition()
     SetPosition(ui->horizontalSlider->value());
 }
 
-/** The position that comes back from the capture connects the controls again. */
-void PreviewPlayer::Seek(int frame)
-{
-    LastSeek = frame;
-    DisconnectControls();
-    QThread::msleep(SeekDelay);
-    Capture.Goto(frame);
-}
-
 void PreviewPlayer::Open()
 {
     const int frames = Capture.Open(Proj->FileNames.SourceFile);
@@ -331,6 +312,40 @@ QString PreviewPlayer::TextMax()
         .arg(seconds - seconds / SecondsPerMinute * SecondsPerMinute);
 }
 
+void PreviewPlayer::ConnectControls()
+{
+    // They pile up until the next DisconnectControls; the slots compare before they seek.
+    connect(ui->spinBoxIdx, qOverload<int>(&QSpinBox::valueChanged), this,
+            &PreviewPlayer::SetPosition);
+    connect(ui->spinBoxMin, qOverload<int>(&QSpinBox::valueChanged), this,
+            &PreviewPlayer::TimeChanged);
+    connect(ui->spinBoxSec, qOverload<int>(&QSpinBox::valueChanged), this,
+            &PreviewPlayer::TimeChanged);
+    connect(ui->horizontalSlider, &QSlider::sliderReleased, this,
+            &PreviewPlayer::SetSliderPosition);
+}
+
+void PreviewPlayer::DisconnectControls()
+{
+    disconnect(ui->spinBoxIdx, qOverload<int>(&QSpinBox::valueChanged), this,
+               &PreviewPlayer::SetPosition);
+    disconnect(ui->spinBoxMin, qOverload<int>(&QSpinBox::valueChanged), this,
+               &PreviewPlayer::TimeChanged);
+    disconnect(ui->spinBoxSec, qOverload<int>(&QSpinBox::valueChanged), this,
+               &PreviewPlayer::TimeChanged);
+    disconnect(ui->horizontalSlider, &QSlider::sliderReleased, this,
+               &PreviewPlayer::SetSliderPosition);
+}
+
+/** The position that comes back from the capture connects the controls again. */
+void PreviewPlayer::Seek(int frame)
+{
+    LastSeek = frame;
+    DisconnectControls();
+    QThread::msleep(SeekDelay);
+    Capture.Goto(frame);
+}
+
 void PreviewPlayer::UpdateTimeMode()
 {
     ui->spinBoxIdx->setVisible(!TimeMode);
@@ -354,19 +369,4 @@ void PreviewPlayer::UpdateGraphs()
     FlowVertical.SetShowMarginShadow(margin);
     FlowHorizontal.SetFlags(path, false, false, time);
     FlowVertical.SetFlags(path, false, false, time);
-}
-
-void PreviewPlayer::JobStateChanged(int state)
-{
-    State = state;
-    const bool isIdle = state == JobNone || state == JobTrackingReady || state == JobPathReady ||
-                        state == JobPathCalculated;
-    if (!isIdle && Capture.IsPlaying())
-    {
-        Capture.Stop();
-    }
-    ui->pushButtonReset->setEnabled(isIdle);
-    ui->pushButtonPlayPause->setEnabled(isIdle);
-    View(static_cast<ViewType>(ui->comboBoxView->currentIndex()));
-    UpdateGraphs();
 }
