@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "batch/batchsetup.h"
 #include "batch/files.h"
+#include "batch/pairjobs.h"
 #include "batch/scriptedstabilizer.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"
@@ -15,8 +16,6 @@
 
 namespace
 {
-using Pairs = std::vector<std::pair<int, int>>;
-
 constexpr TestVideo::Format Small{64, 64, 5, 25.0};
 const char InputOfSmall[] = "1 Input: Frames= 5 h=64 v=64 fps=25";
 const char TrackingWritten[] = "1 Tracking file written!";
@@ -43,18 +42,6 @@ struct AnalyseSetup : BatchSetup
 
     ScriptedStabilizer Object;
 };
-
-/** The gray levels of pairs of frames of a numbered clip. */
-Pairs GrayPairs(const Pairs& numbers)
-{
-    Pairs levels;
-    for (const auto& [first, second] : numbers)
-    {
-        levels.emplace_back(GrayOf(TestVideo::ColourOf(first)),
-                            GrayOf(TestVideo::ColourOf(second)));
-    }
-    return levels;
-}
 }  // namespace
 
 /** The analyse job: what it reads, tracks, tells and writes, whatever the model of the motion. */
@@ -94,15 +81,7 @@ private:
 
 void AnalyseJobTest::PairsOfFrames_data()
 {
-    QTest::addColumn<int>("frames");
-    QTest::addColumn<Pairs>("pairs");
-    QTest::addColumn<std::vector<int>>("lists");
-    QTest::newRow("one frame is not tracked at all") << 1 << Pairs{} << std::vector<int>{};
-    QTest::newRow("two frames") << 2 << Pairs{{0, 1}, {1, 1}} << std::vector<int>{1, 1};
-    QTest::newRow("three frames") << 3 << Pairs{{0, 1}, {1, 2}, {2, 2}}
-                                  << std::vector<int>{1, 2, 2};
-    QTest::newRow("four frames") << 4 << Pairs{{0, 1}, {1, 2}, {2, 3}, {3, 3}}
-                                 << std::vector<int>{1, 2, 3, 3};
+    AddPairRows();
 }
 
 void AnalyseJobTest::PairsOfFrames()
@@ -206,13 +185,7 @@ void AnalyseJobTest::RateIsTruncated()
 
 void AnalyseJobTest::ProgressLines_data()
 {
-    QTest::addColumn<int>("frames");
-    QTest::addColumn<QStringList>("lines");
-    QTest::newRow("20 frames: the last one is number 19") << 20 << QStringList();
-    QTest::newRow("21 frames") << 21 << QStringList{"4 Frame: 20/21 -  Tracked points : 3"};
-    QTest::newRow("45 frames") << 45
-                               << QStringList{"4 Frame: 20/45 -  Tracked points : 3",
-                                              "4 Frame: 40/45 -  Tracked points : 3"};
+    AddProgressRows();
 }
 
 void AnalyseJobTest::ProgressLines()
@@ -239,14 +212,7 @@ void AnalyseJobTest::OldPointsOfFrameZeroStay()
 
 void AnalyseJobTest::Aborts_data()
 {
-    QTest::addColumn<int>("requestAt");
-    QTest::addColumn<bool>("isAborted");
-    QTest::newRow("before the first pair") << 0 << true;
-    QTest::newRow("during the first pair") << 1 << true;
-    QTest::newRow("in the middle") << 2 << true;
-    QTest::newRow("during the last pair but one") << 3 << true;
-    QTest::newRow("during the last pair: too late") << 4 << false;
-    QTest::newRow("during the last step: too late") << 5 << false;
+    AddAbortRows();
 }
 
 void AnalyseJobTest::Aborts()
@@ -259,11 +225,7 @@ void AnalyseJobTest::Aborts()
         ScriptedStabilizer& object = setup.Object;
         object.TrackingLoaded = hadData;
         object.StabilizeLoaded = hadData;
-        const auto request = [&object](bool now)
-        { object.JobStatus = now ? int{JobAbortRequested} : object.JobStatus; };
-        object.OnPrepare = [&] { request(requestAt == 0); };
-        object.OnTrack = [&](int call, const cv::Mat&, std::vector<cv::Point2f>&)
-        { request(call == requestAt); };
+        RequestStopAt(object, requestAt);
         QCOMPARE(setup.Run(), isAborted ? 10 : 0);
         QCOMPARE(setup.Lines.All(),
                  QStringList({InputOfSmall, isAborted ? "1 Analyse aborted!" : TrackingWritten}));
@@ -343,10 +305,7 @@ void AnalyseJobTest::TrackingFileCannotBeWritten()
 
 void AnalyseJobTest::StabilizationFileFails_data()
 {
-    QTest::addColumn<int>("result");
-    QTest::newRow("no access") << 1;
-    QTest::newRow("damaged") << -1;
-    QTest::newRow("any other number") << 7;
+    AddFailedWriteRows();
 }
 
 void AnalyseJobTest::StabilizationFileFails()
@@ -374,10 +333,7 @@ void AnalyseJobTest::NeverWritesOverTheSource()
 void AnalyseJobTest::FirstFrameUnreadable()
 {
     AnalyseSetup setup;
-    QVERIFY(TestVideo::WriteShortClip(setup.Path("source.avi"), SmallOf(1), 3));
-    // Header and the first bytes of the only frame.
-    const QByteArray bytes = ReadBytes(setup.Path("source.avi"));
-    WriteBytes(setup.Path("source.avi"), bytes.left(bytes.indexOf("movi") + 100));
+    WriteClipOfABrokenFrame(setup.Path("source.avi"));
     QVERIFY_EXCEPTION_THROWN(static_cast<void>(setup.Run()), cv::Exception);
 }
 

@@ -16,11 +16,16 @@ namespace
 const char TrackingWritten[] = "1 Tracking file written!";
 const char StabilizingWritten[] = "1 Stabilizing file written!";
 
-void Fill(PosRotStabilizer& stabilizer)
+/** Gives it the paths, points and motion of two frames, and the flags that tell what is loaded. */
+void Fill(PosRotStabilizer& stabilizer, BatchSetup& setup, bool hasTracking = true,
+          bool hasMotion = true)
 {
+    setup.GivePaths(stabilizer);
     stabilizer.TrackingPoints = {{}, {{1.0F, 2.0F}}};
     stabilizer.PrepareFrames(2);
     stabilizer.MotionCount = 2;
+    stabilizer.TrackingLoaded = hasTracking;
+    stabilizer.StabilizeLoaded = hasMotion;
 }
 }  // namespace
 
@@ -65,10 +70,7 @@ void SaveDataTest::Rules()
     QFETCH(QStringList, lines);
     BatchSetup setup;
     PosRotStabilizer stabilizer;
-    setup.GivePaths(stabilizer);
-    Fill(stabilizer);
-    stabilizer.TrackingLoaded = trackingLoaded;
-    stabilizer.StabilizeLoaded = stabilizeLoaded;
+    Fill(stabilizer, setup, trackingLoaded, stabilizeLoaded);
     QCOMPARE(stabilizer.SaveData(), result);
     QCOMPARE(setup.Lines.All(), lines);
     const bool writesTracking = lines.contains(TrackingWritten);
@@ -86,10 +88,7 @@ void SaveDataTest::FailedTrackingFileEndsIt()
     BatchSetup setup;
     setup.Proj.TrackingFile = setup.Path("nowhere/Tracking.dat");
     PosRotStabilizer stabilizer;
-    setup.GivePaths(stabilizer);
-    Fill(stabilizer);
-    stabilizer.TrackingLoaded = true;
-    stabilizer.StabilizeLoaded = true;
+    Fill(stabilizer, setup);
     QCOMPARE(stabilizer.SaveData(), 1);
     QCOMPARE(setup.Lines.All(), QStringList({"3 Could not write matching file (.cfg)!"}));
     QVERIFY(!QFile::exists(setup.Path("Stabilize.dat")));
@@ -100,10 +99,7 @@ void SaveDataTest::FailedStabilizationFileIsTold()
     BatchSetup setup;
     QVERIFY(QDir(setup.Folder.path()).mkdir("Stabilize.dat"));
     PosRotStabilizer stabilizer;
-    setup.GivePaths(stabilizer);
-    Fill(stabilizer);
-    stabilizer.TrackingLoaded = true;
-    stabilizer.StabilizeLoaded = true;
+    Fill(stabilizer, setup);
     QCOMPARE(stabilizer.SaveData(), 1);
     QCOMPARE(setup.Lines.All(), QStringList({TrackingWritten, "3 Stabilizing file access error!"}));
 }

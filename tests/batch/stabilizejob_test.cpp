@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "batch/pairjobs.h"
 #include "batch/stabilizesetup.h"
 #include "support/messageguard.h"
 
@@ -144,7 +145,7 @@ void StabilizeJobTest::ResultOfTheAnalysis()
     StabilizeSetup setup;
     setup.Object.StabilizeLoaded = true;
     setup.Object.WriteResult = writeResult;
-    setup.RequestAt(requestAt);
+    RequestStopAt(setup.Object, requestAt);
     setup.Proj.TrackingParameters.MaxTrackingPoints = 44;
     const ::TrackingParameters& parameters = setup.Proj.TrackingParameters;
     QCOMPARE(setup.Object.StabilizeJob(hasParameters ? &parameters : nullptr), result);

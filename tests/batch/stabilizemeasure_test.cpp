@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "batch/pairjobs.h"
 #include "batch/stabilizesetup.h"
 #include "support/messageguard.h"
 
@@ -8,7 +9,6 @@
 
 namespace
 {
-using Pairs = std::vector<std::pair<int, int>>;
 using Points = std::vector<std::vector<cv::Point2f>>;
 
 const char Input[] = "1 Input: Frames= 5 h=64 v=64 fps=25";
@@ -52,15 +52,7 @@ private:
 
 void StabilizeMeasureTest::Measures_data()
 {
-    QTest::addColumn<int>("frames");
-    QTest::addColumn<Pairs>("pairs");
-    QTest::addColumn<std::vector<int>>("lists");
-    QTest::newRow("one frame is not followed at all") << 1 << Pairs{} << std::vector<int>{};
-    QTest::newRow("two frames") << 2 << Pairs{{0, 1}, {1, 1}} << std::vector<int>{1, 1};
-    QTest::newRow("three frames") << 3 << Pairs{{0, 1}, {1, 2}, {2, 2}}
-                                  << std::vector<int>{1, 2, 2};
-    QTest::newRow("four frames") << 4 << Pairs{{0, 1}, {1, 2}, {2, 3}, {3, 3}}
-                                 << std::vector<int>{1, 2, 3, 3};
+    AddPairRows();
 }
 
 void StabilizeMeasureTest::Measures()
@@ -78,7 +70,7 @@ void StabilizeMeasureTest::Measures()
     QCOMPARE(setup.Run(), 0);
     QCOMPARE(setup.Object.Calls,
              StabilizeSetup::MeasureCalls(frames, static_cast<int>(pairs.size())));
-    QVERIFY(setup.Object.GrayPairs == StabilizeSetup::Grays(pairs));
+    QVERIFY(setup.Object.GrayPairs == GrayPairs(pairs));
     QVERIFY(setup.Object.PointLists == lists);
     QCOMPARE(before, QStringList({input, Start}));
     QCOMPARE(setup.Lines.All(), QStringList({input, Start, Done}));
@@ -118,8 +110,7 @@ void StabilizeMeasureTest::SourceShorterThanItSays()
     QVERIFY(TestVideo::WriteShortClip(setup.Path("source.avi"), {64, 64, 3, 25.0}, 6));
     QCOMPARE(setup.Run(), 0);
     QCOMPARE(setup.Lines.All(), QStringList({"1 Input: Frames= 6 h=64 v=64 fps=25", Start, Done}));
-    QVERIFY(setup.Object.GrayPairs ==
-            StabilizeSetup::Grays({{0, 1}, {1, 2}, {2, 2}, {2, 2}, {2, 2}, {2, 2}}));
+    QVERIFY(setup.Object.GrayPairs == GrayPairs({{0, 1}, {1, 2}, {2, 2}, {2, 2}, {2, 2}, {2, 2}}));
     QVERIFY(setup.Object.PointLists == std::vector<int>({1, 2, 3, 4, 5, 5}));
 }
 
@@ -147,13 +138,7 @@ void StabilizeMeasureTest::SourceOfAnotherLength()
 
 void StabilizeMeasureTest::ProgressLines_data()
 {
-    QTest::addColumn<int>("frames");
-    QTest::addColumn<QStringList>("lines");
-    QTest::newRow("20 frames: the last one is number 19") << 20 << QStringList();
-    QTest::newRow("21 frames") << 21 << QStringList{"4 Frame: 20/21 -  Tracked points : 3"};
-    QTest::newRow("45 frames") << 45
-                               << QStringList{"4 Frame: 20/45 -  Tracked points : 3",
-                                              "4 Frame: 40/45 -  Tracked points : 3"};
+    AddProgressRows();
 }
 
 void StabilizeMeasureTest::ProgressLines()
@@ -178,10 +163,7 @@ void StabilizeMeasureTest::FactsComeFromTheMatchingFile()
 
 void StabilizeMeasureTest::MotionCannotBeWritten_data()
 {
-    QTest::addColumn<int>("result");
-    QTest::newRow("no access") << 1;
-    QTest::newRow("damaged") << -1;
-    QTest::newRow("any other number") << 7;
+    AddFailedWriteRows();
 }
 
 void StabilizeMeasureTest::MotionCannotBeWritten()
@@ -199,14 +181,7 @@ void StabilizeMeasureTest::MotionCannotBeWritten()
 
 void StabilizeMeasureTest::Aborts_data()
 {
-    QTest::addColumn<int>("requestAt");
-    QTest::addColumn<bool>("isAborted");
-    QTest::newRow("before the first pair") << 0 << true;
-    QTest::newRow("during the first pair") << 1 << true;
-    QTest::newRow("in the middle") << 2 << true;
-    QTest::newRow("during the last pair but one") << 3 << true;
-    QTest::newRow("during the last pair: too late") << 4 << false;
-    QTest::newRow("during the last step: too late") << 5 << false;
+    AddAbortRows();
 }
 
 void StabilizeMeasureTest::Aborts()
@@ -217,7 +192,7 @@ void StabilizeMeasureTest::Aborts()
     {
         StabilizeSetup setup;
         setup.Object.StabilizeLoaded = hadMotion;
-        setup.RequestAt(requestAt);
+        RequestStopAt(setup.Object, requestAt);
         QCOMPARE(setup.Run(), isAborted ? 10 : 0);
         const QStringList check = hadMotion ? QStringList(NoMatchingFile) : QStringList();
         QCOMPARE(setup.Lines.All(),
@@ -247,7 +222,7 @@ void StabilizeMeasureTest::SourceIsClosedFirst()
     QFETCH(int, requestAt);
     StabilizeSetup setup;
     setup.Object.WriteResult = writeResult;
-    setup.RequestAt(requestAt);
+    RequestStopAt(setup.Object, requestAt);
     bool isOpenAtWriting = false;
     setup.Object.OnWrite = [&] { isOpenAtWriting = IsOpenHere(setup.Proj.SourceFile); };
     const SourceAtLines source(setup.Proj.SourceFile);
@@ -284,10 +259,7 @@ void StabilizeMeasureTest::SourceCannotBeOpened()
 void StabilizeMeasureTest::FirstFrameUnreadable()
 {
     StabilizeSetup setup;
-    QVERIFY(TestVideo::WriteShortClip(setup.Path("source.avi"), {64, 64, 1, 25.0}, 3));
-    // Header and the first bytes of the only frame.
-    const QByteArray bytes = ReadBytes(setup.Path("source.avi"));
-    WriteBytes(setup.Path("source.avi"), bytes.left(bytes.indexOf("movi") + 100));
+    WriteClipOfABrokenFrame(setup.Path("source.avi"));
     QVERIFY_EXCEPTION_THROWN(static_cast<void>(setup.Run()), cv::Exception);
 }
 

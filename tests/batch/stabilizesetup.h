@@ -14,9 +14,6 @@
 #include <QObject>
 #include <QVector>
 
-#include <utility>
-#include <vector>
-
 /** Bytes of a matching file for @p source with facts that no clip here has: 7 by 9 pixels, 11 Hz.
  */
 [[nodiscard]] inline QByteArray MatchingBytes(const QString& source, const QByteArray& payload)
@@ -85,14 +82,6 @@ struct StabilizeSetup : BatchSetup
 
     [[nodiscard]] int Run() { return Object.StabilizeJob(&Proj.TrackingParameters); }
 
-    /** Asks the job to stop in its preparation (0) or during that call of TrackFrame (from 1). */
-    void RequestAt(int call)
-    {
-        Object.OnPrepare = [this, call] { Request(call == 0); };
-        Object.OnTrack = [this, call](int now, const cv::Mat&, std::vector<cv::Point2f>&)
-        { Request(call == now); };
-    }
-
     /** The calls of a measurement that the object starts after it found no stabilization file. */
     [[nodiscard]] static QStringList MeasureCalls(int frames, int tracked, bool isWritten = true)
     {
@@ -104,23 +93,7 @@ struct StabilizeSetup : BatchSetup
         return isWritten ? calls << "WriteStabilizeFile" : calls;
     }
 
-    /** The gray levels of those pairs of the clip's frames. */
-    [[nodiscard]] static std::vector<std::pair<int, int>> Grays(
-        const std::vector<std::pair<int, int>>& numbers)
-    {
-        std::vector<std::pair<int, int>> levels;
-        for (const auto& [first, second] : numbers)
-        {
-            levels.emplace_back(GrayOf(TestVideo::ColourOf(first)),
-                                GrayOf(TestVideo::ColourOf(second)));
-        }
-        return levels;
-    }
-
     ScriptedStabilizer Object;
-
-private:
-    void Request(bool now) { Object.JobStatus = now ? int{JobAbortRequested} : Object.JobStatus; }
 };
 
 /** Whether the source was open at each log line. */
