@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dialogs/dialogguard.h"
-#include "graphs/manualpathwindow.h"
+#include "graphs/manualpathtest.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
 
@@ -13,36 +12,18 @@ namespace
 {
 const TestHome Home;
 
-constexpr int Frames = 100;
-constexpr int FrameColumn = 0;
-
-const std::vector<ManualPathSection> TwoSections = {{{{10, 1.0}, {20, 2.0}}}, {{{60, 3.0}}}};
-const QStringList TwoSectionsRows = {"[10:20]|Section", ">    10|     1", ">    20|     2",
-                                     "[60:60]|Section", ">    60|     3"};
-
 /** Something done to the window while its menu item or section may have gone. */
 using Deed = std::function<void(ManualPathWindow&)>;
-
-QStringList Without(QStringList rows, int place, int count)
-{
-    while (count-- > 0)
-    {
-        rows.removeAt(place);
-    }
-    return rows;
-}
 }  // namespace
 
 Q_DECLARE_METATYPE(Deed)
 
 /** Items of the manual path that have gone since the menu or a slot has noted them. */
-class ManualGoneTest : public QObject
+class ManualGoneTest : public TwoSectionsTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void NoSection();
     void SlotsForgetWhatTheyRemoved();
     void RemoveSectionOfAPointDoesNothing();
@@ -52,34 +33,7 @@ private slots:
     void RebuiltTreeKeepsItsPoints();
     void TreeRebuiltUnderTheMenu_data();
     void TreeRebuiltUnderTheMenu();
-
-private:
-    [[nodiscard]] QTreeWidgetItem* Target(const QString& name) const;
-
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<ManualPathWindow> Manual;
 };
-
-void ManualGoneTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Manual = std::make_unique<ManualPathWindow>(Frames);
-    Manual->Load(TwoSections);
-    QCOMPARE(Manual->Rows(), TwoSectionsRows);
-}
-
-void ManualGoneTest::cleanup()
-{
-    Manual.reset();
-    QCOMPARE(EndDialogGuard(Guard).join(QLatin1Char('\n')), QString());
-}
-
-QTreeWidgetItem* ManualGoneTest::Target(const QString& name) const
-{
-    return name == QLatin1String("section") ? Manual->Item(0)
-           : name == QLatin1String("point") ? Manual->Item(0, 1)
-                                            : nullptr;
-}
 
 void ManualGoneTest::NoSection()
 {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dialogs/dialogguard.h"
-#include "graphs/manualpathwindow.h"
+#include "graphs/manualpathtest.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
 
@@ -11,13 +10,6 @@
 namespace
 {
 const TestHome Home;
-
-constexpr int Frames = 100;
-constexpr int FrameColumn = 0;
-
-const std::vector<ManualPathSection> TwoSections = {{{{10, 1.0}, {20, 2.0}}}, {{{60, 3.0}}}};
-const QStringList TwoSectionsRows = {"[10:20]|Section", ">    10|     1", ">    20|     2",
-                                     "[60:60]|Section", ">    60|     3"};
 
 QStringList EntriesOf(const QMenu& menu)
 {
@@ -35,25 +27,14 @@ QStringList Inserted(QStringList rows, int place, const QString& row)
     rows.insert(place, row);
     return rows;
 }
-
-QStringList Without(QStringList rows, int place, int count)
-{
-    while (count-- > 0)
-    {
-        rows.removeAt(place);
-    }
-    return rows;
-}
 }  // namespace
 
 /** The menu of the manual path: its entries and what they do. */
-class ManualMenuTest : public QObject
+class ManualMenuTest : public TwoSectionsTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void Entries_data();
     void Entries();
     void OpensAtThePointer();
@@ -79,33 +60,8 @@ private slots:
     void MenuBesideKeepsTheSection();
 
 private:
-    [[nodiscard]] QTreeWidgetItem* Target(const QString& name) const;
     [[nodiscard]] int MouseIndex() const;
-
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<ManualPathWindow> Manual;
 };
-
-void ManualMenuTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Manual = std::make_unique<ManualPathWindow>(Frames);
-    Manual->Load(TwoSections);
-    QCOMPARE(Manual->Rows(), TwoSectionsRows);
-}
-
-void ManualMenuTest::cleanup()
-{
-    Manual.reset();
-    QCOMPARE(EndDialogGuard(Guard).join(QLatin1Char('\n')), QString());
-}
-
-QTreeWidgetItem* ManualMenuTest::Target(const QString& name) const
-{
-    return name == QLatin1String("section") ? Manual->Item(0)
-           : name == QLatin1String("point") ? Manual->Item(0, 1)
-                                            : nullptr;
-}
 
 int ManualMenuTest::MouseIndex() const
 {
@@ -222,7 +178,7 @@ void ManualMenuTest::FlatOutEndsTheSection()
 void ManualMenuTest::FlatOutWithoutFrames()
 {
     Manual = std::make_unique<ManualPathWindow>(0);
-    Manual->Load(TwoSections);
+    Manual->Load(TwoSections());
     Manual->Choose(Manual->Item(1), QStringLiteral("Flat Out"));
     QCOMPARE(Manual->Rows().last(), QStringLiteral(">-1|X"));
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dialogs/dialogguard.h"
-#include "graphs/manualpathwindow.h"
+#include "graphs/manualpathtest.h"
 #include "support/testhome.h"
 
 #include <QTest>
@@ -8,20 +7,14 @@
 namespace
 {
 const TestHome Home;
-
-constexpr int Frames = 100;
-constexpr int FrameColumn = 0;
-constexpr int ValueColumn = 1;
 }  // namespace
 
 /** The sort that takes the manual path out of its tree, and what reaches the settings. */
-class ManualSortTest : public QObject
+class ManualSortTest : public ManualPathTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void SortMendsAPoint_data();
     void SortMendsAPoint();
     void PathValueOfTheRow_data();
@@ -38,23 +31,7 @@ private slots:
     void WithoutFramesTheLastPathIsSaved();
     void PathWithoutSettings();
     void SixDigitsAreKept();
-
-private:
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<ManualPathWindow> Manual;
 };
-
-void ManualSortTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Manual = std::make_unique<ManualPathWindow>(Frames);
-}
-
-void ManualSortTest::cleanup()
-{
-    Manual.reset();
-    QCOMPARE(EndDialogGuard(Guard).join(QLatin1Char('\n')), QString());
-}
 
 void ManualSortTest::SortMendsAPoint_data()
 {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dialogs/dialogguard.h"
-#include "graphs/manualpathwindow.h"
+#include "graphs/manualpathtest.h"
 #include "support/testhome.h"
 
 #include <QLineEdit>
@@ -9,22 +8,16 @@
 namespace
 {
 const TestHome Home;
-
-constexpr int Frames = 100;
-constexpr int FrameColumn = 0;
-constexpr int ValueColumn = 1;
 }  // namespace
 
 Q_DECLARE_METATYPE(ManualPathSection)
 
 /** The manual path in its tree: how it shows, and how the user types over it. */
-class ManualTreeTest : public QObject
+class ManualTreeTest : public ManualPathTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void ShowsPoints_data();
     void ShowsPoints();
     void SectionsByFirstFrame_data();
@@ -34,23 +27,7 @@ private slots:
     void TypeByKeys();
     void EscapeLeavesTheText();
     void SectionsCannotBeTypedOver();
-
-private:
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<ManualPathWindow> Manual;
 };
-
-void ManualTreeTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Manual = std::make_unique<ManualPathWindow>(Frames);
-}
-
-void ManualTreeTest::cleanup()
-{
-    Manual.reset();
-    QCOMPARE(EndDialogGuard(Guard).join(QLatin1Char('\n')), QString());
-}
 
 void ManualTreeTest::ShowsPoints_data()
 {

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dialogs/dialogguard.h"
-#include "graphs/manualpathwindow.h"
-#include "graphs/plothands.h"
+#include "graphs/graphmousetest.h"
 #include "support/testhome.h"
 
 #include <QTest>
@@ -9,8 +7,6 @@
 namespace
 {
 const TestHome Home;
-
-constexpr int Frames = 100;
 
 /** A section with points at those frames, value 1. */
 ManualPathSection SectionAt(const std::vector<int>& frames)
@@ -25,13 +21,11 @@ ManualPathSection SectionAt(const std::vector<int>& frames)
 }  // namespace
 
 /** Which section of the manual path gets the point of a click in the plot. */
-class NearestSectionTest : public QObject
+class NearestSectionTest : public GraphMouseBase
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void NearestSection_data();
     void NearestSection();
     void TypedFrames_data();
@@ -47,26 +41,7 @@ private slots:
 
 private:
     [[nodiscard]] int ReceiverOf(int frame) const;
-
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<ManualPathWindow> Manual;
-    std::unique_ptr<PlotHands> Hands;
 };
-
-void NearestSectionTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Manual = std::make_unique<ManualPathWindow>(Frames);
-    Hands = std::make_unique<PlotHands>(Manual->Window);
-    Hands->SetAxes(0.0, 100.0, -50.0, 50.0);
-}
-
-void NearestSectionTest::cleanup()
-{
-    Hands.reset();
-    Manual.reset();
-    QCOMPARE(EndDialogGuard(Guard).join(QLatin1Char('\n')), QString());
-}
 
 /** Clicks into @p frame. @return the section that has got a point more; -1 for none */
 int NearestSectionTest::ReceiverOf(int frame) const

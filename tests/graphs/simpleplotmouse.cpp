@@ -61,6 +61,21 @@ struct Tools
     QString Order;
 };
 
+/** A plot with a curve in a mouse mode, and who hears what its mouse tools tell. */
+struct HeardPlot
+{
+    explicit HeardPlot(int mode) : IsShown(Plot.ShowWithCurve()), Listener(Plot, Log)
+    {
+        Plot.SetMouseMode(mode);
+        Plot.ConnectPickers(&Listener, SLOT(TakePoint(QPointF)), SLOT(TakeRect(QRectF)));
+    }
+
+    const LogView Log;
+    PlotProbe Plot;
+    const bool IsShown;
+    PickerListener Listener;
+};
+
 void Click(SimplePlot& plot, const QPoint& pixel)
 {
     QTest::mouseClick(plot.canvas(), Qt::LeftButton, Qt::NoModifier, pixel);
@@ -166,12 +181,10 @@ void SimplePlotTest::ModesChooseTheTools()
 
 void SimplePlotTest::ClickReachesTheLineFirst()
 {
-    const LogView log;
-    PlotProbe plot;
-    QVERIFY(plot.ShowWithCurve());
-    plot.SetMouseMode(1);
-    PickerListener listener(plot, log);
-    plot.ConnectPickers(&listener, SLOT(TakePoint(QPointF)), SLOT(TakeRect(QRectF)));
+    HeardPlot heard(1);
+    QVERIFY(heard.IsShown);
+    PlotProbe& plot = heard.Plot;
+    const PickerListener& listener = heard.Listener;
     Click(plot, PressedAt);
     Click(plot, ReleasedAt);
     const QVector<QPointF> points = {plot.At(PressedAt), plot.At(ReleasedAt)};
@@ -194,12 +207,10 @@ void SimplePlotTest::OtherModesTakeNoPoints_data()
 void SimplePlotTest::OtherModesTakeNoPoints()
 {
     QFETCH(int, mode);
-    const LogView log;
-    PlotProbe plot;
-    QVERIFY(plot.ShowWithCurve());
-    plot.SetMouseMode(mode);
-    PickerListener listener(plot, log);
-    plot.ConnectPickers(&listener, SLOT(TakePoint(QPointF)), SLOT(TakeRect(QRectF)));
+    HeardPlot heard(mode);
+    QVERIFY(heard.IsShown);
+    PlotProbe& plot = heard.Plot;
+    const PickerListener& listener = heard.Listener;
     Click(plot, PressedAt);
     QVERIFY(listener.Points.isEmpty());
     QVERIFY(plot.Grid().Line.isEmpty());
@@ -207,12 +218,10 @@ void SimplePlotTest::OtherModesTakeNoPoints()
 
 void SimplePlotTest::DragSelectsARectangle()
 {
-    const LogView log;
-    PlotProbe plot;
-    QVERIFY(plot.ShowWithCurve());
-    plot.SetMouseMode(2);
-    PickerListener listener(plot, log);
-    plot.ConnectPickers(&listener, SLOT(TakePoint(QPointF)), SLOT(TakeRect(QRectF)));
+    HeardPlot heard(2);
+    QVERIFY(heard.IsShown);
+    PlotProbe& plot = heard.Plot;
+    const PickerListener& listener = heard.Listener;
     Drag(plot);
     QCOMPARE(listener.Rects.size(), 1);
     const QRectF rect = listener.Rects.constFirst();
@@ -237,12 +246,10 @@ void SimplePlotTest::DragPansInMode0Only_data()
 void SimplePlotTest::DragPansInMode0Only()
 {
     QFETCH(int, mode);
-    const LogView log;
-    PlotProbe plot;
-    QVERIFY(plot.ShowWithCurve());
-    plot.SetMouseMode(mode);
-    PickerListener listener(plot, log);
-    plot.ConnectPickers(&listener, SLOT(TakePoint(QPointF)), SLOT(TakeRect(QRectF)));
+    HeardPlot heard(mode);
+    QVERIFY(heard.IsShown);
+    PlotProbe& plot = heard.Plot;
+    const PickerListener& listener = heard.Listener;
     const QPointF shift = mode == 0 ? plot.At(ReleasedAt) - plot.At(PressedAt) : QPointF();
     Drag(plot);
     QCOMPARE(::Difference(plot.Ends(X), {0.0 - shift.x(), 100.0 - shift.x()}, Rounding), QString());
@@ -285,14 +292,12 @@ void SimplePlotTest::WheelZoomsTheAxesThatMay()
 
 void SimplePlotTest::OwnSignalsAreNeverSent()
 {
-    const LogView log;
-    PlotProbe plot;
-    QVERIFY(plot.ShowWithCurve());
+    HeardPlot heard(1);
+    QVERIFY(heard.IsShown);
+    PlotProbe& plot = heard.Plot;
+    const PickerListener& listener = heard.Listener;
     const QSignalSpy points(&plot, &SimplePlot::LeftClickPoint);
     const QSignalSpy rects(&plot, &SimplePlot::RectDraged);
-    PickerListener listener(plot, log);
-    plot.ConnectPickers(&listener, SLOT(TakePoint(QPointF)), SLOT(TakeRect(QRectF)));
-    plot.SetMouseMode(1);
     Click(plot, PressedAt);
     plot.SetMouseMode(2);
     Drag(plot);
