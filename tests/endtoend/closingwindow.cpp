@@ -2,6 +2,7 @@
 #include "endtoend/closingwindow.h"
 
 #include "app/jobclips.h"
+#include "support/toplevels.h"
 #include "userhands/answermodal.h"
 
 #include <QApplication>
@@ -83,11 +84,11 @@ void ClosingWindowTest::PlayingAndAnalysing()
 QWidgetList ClosingWindowTest::OpenDialogs()
 {
     QWidgetList dialogs;
-    for (QWidget* widget : QApplication::topLevelWidgets())
+    for (QDialog* dialog : TopLevels<QDialog>())
     {
-        if (widget->isVisible() && qobject_cast<QDialog*>(widget) != nullptr)
+        if (dialog->isVisible())
         {
-            dialogs.append(widget);
+            dialogs.append(dialog);
         }
     }
     return dialogs;
@@ -136,10 +137,9 @@ void ClosingWindowTest::End()
 void ClosingWindowTest::DeleteRecentMenu()
 {
     int count = 0;
-    for (QWidget* widget : QApplication::topLevelWidgets())
+    for (const QMenu* menu : TopLevels<QMenu>())
     {
-        const auto* menu = qobject_cast<QMenu*>(widget);
-        if (menu != nullptr && menu->title() == QLatin1String("Open Recent"))
+        if (menu->title() == QLatin1String("Open Recent"))
         {
             delete menu;
             ++count;

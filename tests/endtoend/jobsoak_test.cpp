@@ -3,13 +3,13 @@
 #include "batch/jobstate.h"
 #include "batch/opcvthread.h"
 #include "batch/stabilizerhost.h"
-#include "endtoend/processfigures.h"
 #include "endtoend/shownstate.h"
 #include "endtoend/soakhands.h"
 #include "endtoend/soakledger.h"
 #include "graphs/graphtabhands.h"
 #include "player/playerwindow.h"
 #include "stabilizer/camerapath.h"
+#include "support/processfigures.h"
 #include "support/testvideo.h"
 
 #include <QCryptographicHash>

@@ -3,20 +3,17 @@
 #include "app/testwindow.h"
 #include "player/shownplayer.h"
 #include "stabilizer/camerapath.h"
+#include "support/processfigures.h"
 #include "support/testhome.h"
 #include "support/testvideo.h"
 
 #include <QEventLoop>
-#include <QFile>
 #include <QLoggingCategory>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-
-#include <malloc.h>
-#include <unistd.h>
 
 #include <functional>
 #include <memory>
@@ -33,26 +30,10 @@ constexpr int Frames = TestVideo::MaxNumberedFrames;
 constexpr int FastestFps = 10000;
 constexpr int BetweenActions = 200;  // milliseconds of play
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool IsSanitized = true;  // freed memory is kept for a while
-#else
-constexpr bool IsSanitized = false;
-#endif
-
 // The heap need not give back what lies between two living blocks, and the process brings in pages
 // of its libraries late. A leak of one picture per frame is far above: 160 by 120 pixels of three
 // bytes in each of 8000 frames are 460 MB, and even 1 kB per frame shows.
 constexpr qint64 AllowedGrowth = 8 * 1024 * 1024;  // bytes
-
-/** Bytes of memory that the process occupies now; 0 where the system does not tell. */
-qint64 ResidentBytes()
-{
-    malloc_trim(0);
-    QFile file(QStringLiteral("/proc/self/statm"));
-    const QList<QByteArray> words =
-        file.open(QIODevice::ReadOnly) ? file.readAll().split(' ') : QList<QByteArray>();
-    return words.size() > 1 ? words.at(1).toLongLong() * sysconf(_SC_PAGESIZE) : 0;
-}
 
 /** The number that a picture shows; -1 also without a picture. */
 int NumberIn(const cv::Mat& picture)
@@ -286,7 +267,7 @@ qint64 PlayerSoakTest::BytesInUsualLook()
     (*Player)->ChooseView(0);
     Player->SetChecked("checkBoxCrop", true);
     QCoreApplication::processEvents();
-    return ResidentBytes();
+    return TakeFigures().Resident;
 }
 
 void PlayerSoakTest::LongPlayStaysRightAndSmall()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "endtoend/processfigures.h"
+#include "support/processfigures.h"
 
 #include <QDir>
 #include <QFile>
