@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "batch/jobstate.h"
-#include "player/loneplayer.h"
+#include "player/loneplayertest.h"
 #include "support/testhome.h"
 #include "support/testvideo.h"
 
 #include <QElapsedTimer>
 #include <QSlider>
 #include <QSpinBox>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -16,21 +15,16 @@ namespace
 {
 const TestHome Home;
 
-constexpr TestVideo::Format Ten{160, 120, 10, 25.0};
-constexpr int PlayTime = 20000;  // milliseconds, far more than any clip here takes
 const QString Time = QStringLiteral("Time [min:sec:ms]");
 const QString Number = QStringLiteral("Frame No.");
 }  // namespace
 
 /** Where the player stands: controls, markers, the end of the video and of the player. */
-class PlayerPositionTest : public QObject
+class PlayerPositionTest : public LonePlayerTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
     void EachSeekWaits();
     void PositionAsTime_data();
     void PositionAsTime();
@@ -49,29 +43,7 @@ private slots:
 
 private:
     void OpenAt(int frame);
-
-    QTemporaryDir Clips;
-    QString Clip;  ///< path of ten numbered frames
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<LonePlayer> Player;
 };
-
-void PlayerPositionTest::initTestCase()
-{
-    Clip = Clips.filePath(QStringLiteral("ten.avi"));
-    QVERIFY(TestVideo::WriteNumberedClip(Clip, Ten));
-}
-
-void PlayerPositionTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Player = std::make_unique<LonePlayer>(Clip);
-}
-
-void PlayerPositionTest::cleanup()
-{
-    QCOMPARE(EndPlayer(Player, Guard), QStringList());
-}
 
 /** Opens the video on the screen and goes to a frame other than 0. */
 void PlayerPositionTest::OpenAt(int frame)
@@ -198,7 +170,7 @@ void PlayerPositionTest::EndOfTheVideo()
 {
     QFETCH(int, promised);
     const QString clip = Clips.filePath(QStringLiteral("end.avi"));
-    QVERIFY(TestVideo::WriteShortClip(clip, Ten, promised));
+    QVERIFY(TestVideo::WriteShortClip(clip, {160, 120, 10, 25.0}, promised));
     Player->SetSource(clip);
     OpenAt(2);
     (*Player)->Click("pushButtonPlayPause");
@@ -276,7 +248,7 @@ void PlayerPositionTest::EndDuringPlay()
     QVERIFY((*Player)->IsPlaying());
     static_cast<void>((*Player)->TakePositions());
     QCOMPARE(EndPlayer(Player, Guard), QStringList());
-    init();
+    StartPlayer();
 }
 
 QTEST_MAIN(PlayerPositionTest)

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "batch/jobstate.h"
 #include "graphs/simpleplot.h"
-#include "player/loneplayer.h"
+#include "player/loneplayertest.h"
 #include "stabilizer/camerapath.h"
 #include "support/testhome.h"
-#include "support/testvideo.h"
 
 #include <QScrollArea>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <qwt_scale_div.h>
@@ -16,22 +14,14 @@
 namespace
 {
 const TestHome Home;
-
-constexpr int ClipFrames = 200;
-constexpr TestVideo::Format ClipFormat{160, 120, ClipFrames, 25.0};
-constexpr int PlayTime = 20000;  // milliseconds, far more than any play here takes
-using Numbers = QVector<int>;
 }  // namespace
 
 /** The row of settings: zoom, pace, view, crop and the boxes of the graphs. */
-class PlayerSettingsTest : public QObject
+class PlayerSettingsTest : public PlayerOnScreenTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
     void Zoom();
     void ZoomDuringPlay();
     void Pace();
@@ -43,43 +33,7 @@ private slots:
     void TimesFitIntoANarrowGraph_data();
     void TimesFitIntoANarrowGraph();
     void MoreSettings();
-
-private:
-    void OpenShown();
-
-    QTemporaryDir Clips;
-    QString Clip;  ///< path
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<LonePlayer> Player;
 };
-
-void PlayerSettingsTest::initTestCase()
-{
-    Clip = Clips.filePath(QStringLiteral("clip.avi"));
-    QVERIFY(TestVideo::WriteNumberedClip(Clip, ClipFormat));
-}
-
-void PlayerSettingsTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Player = std::make_unique<LonePlayer>(Clip);
-    Player->Show();
-}
-
-void PlayerSettingsTest::cleanup()
-{
-    QCOMPARE(EndPlayer(Player, Guard), QStringList());
-}
-
-/** Opens the video and gets over the first frame, which never shows. */
-void PlayerSettingsTest::OpenShown()
-{
-    Player->Player().Open();
-    (*Player)->Type("spinBoxIdx", 1);
-    QCOMPARE((*Player)->TakeFrames(), Numbers{1});
-    QVERIFY((*Player)->Source().isNull());
-    static_cast<void>((*Player)->TakePositions());
-}
 
 void PlayerSettingsTest::Zoom()
 {

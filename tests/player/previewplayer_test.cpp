@@ -1,21 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "batch/jobstate.h"
 #include "graphs/gridandpos.h"
-#include "player/loneplayer.h"
+#include "player/loneplayertest.h"
 #include "support/testhome.h"
 #include "support/testvideo.h"
 
 #include <QAbstractButton>
 #include <QSlider>
 #include <QSpinBox>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace
 {
 const TestHome Home;
 
-constexpr TestVideo::Format Ten{160, 120, 10, 25.0};
 const QStringList AllAreas{"PlaySrc", "PlayExport", "H", "V"};
 const QStringList SourceAlone{"PlaySrc"};
 const QString Time = QStringLiteral("Time [min:sec:ms]");
@@ -23,14 +21,11 @@ const QString Number = QStringLiteral("Frame No.");
 }  // namespace
 
 /** Job states, views and graphs, and what an opened video sets. */
-class PreviewPlayerTest : public QObject
+class PreviewPlayerTest : public LonePlayerTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
     void JobStates_data();
     void JobStates();
     void Views_data();
@@ -52,29 +47,7 @@ private slots:
 
 private:
     [[nodiscard]] QString NewClip(int frames, double fps);
-
-    QTemporaryDir Clips;
-    QString Clip;  ///< path of ten numbered frames
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<LonePlayer> Player;
 };
-
-void PreviewPlayerTest::initTestCase()
-{
-    Clip = Clips.filePath(QStringLiteral("ten.avi"));
-    QVERIFY(TestVideo::WriteNumberedClip(Clip, Ten));
-}
-
-void PreviewPlayerTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Player = std::make_unique<LonePlayer>(Clip);
-}
-
-void PreviewPlayerTest::cleanup()
-{
-    QCOMPARE(EndPlayer(Player, Guard), QStringList());
-}
 
 /** A clip whose header promises @p frames; one frame can be read. */
 QString PreviewPlayerTest::NewClip(int frames, double fps)
