@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/endguard.h"
-#include "app/testwindow.h"
+#include "app/windowtest.h"
 #include "support/testhome.h"
 
 #include <QCheckBox>
@@ -54,13 +53,11 @@ const QStringList EyeOrder = {"comboBoxWarpType",
 }  // namespace
 
 /** The first tab as the user sees, hears and walks it. */
-class LayoutTest : public QObject
+class LayoutTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void Columns();
     void JobButtonsStandInOrder();
     void ExportIsAGrid();
@@ -83,22 +80,7 @@ private:
     [[nodiscard]] QRect Place(const char* name) const { return Place(Window->Find<QWidget>(name)); }
     [[nodiscard]] QLabel* LabelWith(const QString& text) const;
     void StandInLine(const std::vector<QRect>& places) const;
-
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<TestWindow> Window;
 };
-
-void LayoutTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Window = std::make_unique<TestWindow>();
-}
-
-void LayoutTest::cleanup()
-{
-    Window.reset();
-    QCOMPARE(EndGuard(Guard), QStringList());
-}
 
 QLabel* LayoutTest::LabelWith(const QString& text) const
 {

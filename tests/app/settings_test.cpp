@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/endguard.h"
-#include "app/testwindow.h"
+#include "app/windowtest.h"
 #include "batch/exportsettings.h"
 #include "project/project.h"
 #include "stabilizer/axisfiltersettings.h"
@@ -9,8 +8,6 @@
 
 #include <QComboBox>
 #include <QDir>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QTest>
 
 #include <algorithm>
@@ -19,24 +16,17 @@
 namespace
 {
 const TestHome Home;
-
-constexpr int SettingsTab = 0;
-constexpr int HorizontalTab = 1;
-constexpr int VerticalTab = 2;
-constexpr int PlayerTab = 4;
 }  // namespace
 
 /**
  * The way of the settings between form, project and camera paths. The project is the window's own;
  * the paths point at its records, so that is where a test looks and writes.
  */
-class SettingsTest : public QObject
+class SettingsTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void StartValuesOfTheStartProject();
     void VerticalFollowsHorizontalWhenToldSo();
     void LockOfAProjectFileHoldsItsAxisStill();
@@ -50,18 +40,6 @@ private slots:
     void CommitMakesRadians();
     void RotationLeavesOutLocalCorrections();
     void CommitDerivesTheFilters();
-    void LeavingTheTabStores();
-    void ReturningLoads();
-    void ReturningShowsTheSameTexts();
-    void ClickOnTheCurrentTabStoresAndLoads();
-    void OtherTabsDoNotStoreTheForm();
-    void OnlyTheLeftButtonChangesTheTab();
-    void ClickSignalWithoutAMouseCounts();
-    void PlayerTabKeepsTheTabNoted();
-    void EnteringAnotherTabDoesNotLoad();
-    void CommitOnEveryTab_data();
-    void CommitOnEveryTab();
-    void OnlyAClickCounts();
     void ProjectValuesAreClamped_data();
     void ProjectValuesAreClamped();
     void WarpTypeIsFixed();
@@ -70,22 +48,7 @@ private:
     [[nodiscard]] static Project DefaultProject();
     void OpenWindowOn(const Project& project);
     [[nodiscard]] static ExportSettings& Exported() { return *PathHorizontal.Export; }
-
-    std::unique_ptr<MessageGuard> Guard;
-    std::unique_ptr<TestWindow> Window;
 };
-
-void SettingsTest::init()
-{
-    Guard = std::make_unique<MessageGuard>();
-    Window = std::make_unique<TestWindow>();
-}
-
-void SettingsTest::cleanup()
-{
-    Window.reset();
-    QCOMPARE(EndGuard(Guard), QStringList());
-}
 
 /** What a project file without any key gives. */
 Project SettingsTest::DefaultProject()
@@ -323,136 +286,6 @@ void SettingsTest::CommitDerivesTheFilters()
     QCOMPARE(PathVertical.Base.WindowLength, std::uint64_t(11));
     QCOMPARE(PathRotation.Base.WindowLength, std::uint64_t(13));
     QCOMPARE(PathRotationDegrees.Base.WindowLength, std::uint64_t(13));
-}
-
-void SettingsTest::LeavingTheTabStores()
-{
-    Window->SetNumber("spinBoxExpOffsetH", 5);
-    QCOMPARE(Exported().ExpOffH, 0);
-    Window->ClickTab(HorizontalTab);
-    QCOMPARE(Exported().ExpOffH, 5);
-    QCOMPARE(PathHorizontal.Offset, 0);  // the paths wait for a commit
-}
-
-void SettingsTest::ReturningLoads()
-{
-    Window->ClickTab(HorizontalTab);
-    Exported() = {true, true, 1.25, -7.5, 640, 480, 12, -13};
-    Window->ClickTab(SettingsTab);
-    QVERIFY(Window->IsChecked("checkBoxEnableZoom"));
-    QVERIFY(Window->IsChecked("checkBoxRescale"));
-    QCOMPARE(Window->Number("doubleSpinBoxZoom"), 110.0);  // of the graph tab, stored when left
-    QCOMPARE(Window->Number("doubleSpinBoxExpRot"), -7.5);
-    QCOMPARE(Window->Number("spinBoxRescaleXAxis"), 640.0);
-    QCOMPARE(Window->Number("spinBoxRescaleYAxis"), 480.0);
-    QCOMPARE(Window->Number("spinBoxExpOffsetH"), 12.0);
-    QCOMPARE(Window->Number("spinBoxExpOffsetV"), -13.0);
-}
-
-void SettingsTest::ReturningShowsTheSameTexts()
-{
-    Window->SetPaths(QStringLiteral("/a b/ümlaut/クリップ.mov"), QStringLiteral("/some where"));
-    Window->SetNumber("spinBoxMaxTrackingPoints", 123);
-    Window->ClickTab(HorizontalTab);
-    Window->SetPaths(QString(), QString());
-    Window->SetNumber("spinBoxMaxTrackingPoints", 20);
-    Window->ClickTab(SettingsTab);
-    QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("/a b/ümlaut/クリップ.mov"));
-    QCOMPARE(Window->Text("lineEditTrackingPathFile"), QStringLiteral("/some where/Tracking.dat"));
-    QCOMPARE(Window->Text("lineEditStabilizeFile"), QStringLiteral("/some where/Stabilize.dat"));
-    QCOMPARE(Window->Text("lineEditExportVideo"), QStringLiteral("/some where/Export.mp4"));
-    QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 123.0);
-}
-
-void SettingsTest::ClickOnTheCurrentTabStoresAndLoads()
-{
-    auto* warpType = Window->Find<QComboBox>("comboBoxWarpType");
-    warpType->setEnabled(true);
-    warpType->setCurrentIndex(3);
-    Window->SetNumber("spinBoxExpOffsetV", 8);
-    Window->ClickTab(SettingsTab);
-    QCOMPARE(Exported().ExpOffV, 8);
-    QCOMPARE(Window->Number("spinBoxExpOffsetV"), 8.0);  // stored first, so loading changes nothing
-    QCOMPARE(warpType->currentIndex(), 1);
-    QVERIFY(!warpType->isEnabled());
-}
-
-void SettingsTest::OnlyTheLeftButtonChangesTheTab()
-{
-    auto* bar = Window->Find<QTabWidget>("tabWidgetMain")->tabBar();
-    QTest::mouseClick(bar, Qt::RightButton, Qt::NoModifier, bar->tabRect(HorizontalTab).center());
-    QCOMPARE(bar->currentIndex(), SettingsTab);
-    Window->SetNumber("spinBoxExpOffsetH", 5);
-    Window->ClickTab(HorizontalTab);  // the settings are still the tab that is left
-    QCOMPARE(Exported().ExpOffH, 5);
-}
-
-void SettingsTest::ClickSignalWithoutAMouseCounts()
-{
-    auto* tabs = Window->Find<QTabWidget>("tabWidgetMain");
-    Window->SetNumber("spinBoxExpOffsetV", 6);
-    emit tabs->tabBarClicked(HorizontalTab);
-    QCOMPARE(Exported().ExpOffV, 6);
-}
-
-void SettingsTest::OtherTabsDoNotStoreTheForm()
-{
-    Window->ClickTab(HorizontalTab);
-    Window->SetNumber("spinBoxExpOffsetH", 5);
-    Window->ClickTab(VerticalTab);
-    QCOMPARE(Exported().ExpOffH, 0);
-    Window->ClickTab(SettingsTab);
-    QCOMPARE(Window->Number("spinBoxExpOffsetH"), 0.0);
-}
-
-void SettingsTest::PlayerTabKeepsTheTabNoted()
-{
-    Window->SetNumber("spinBoxExpOffsetH", 5);
-    Window->ClickTab(PlayerTab);
-    QCOMPARE(Exported().ExpOffH, 5);
-    Window->SetNumber("spinBoxExpOffsetH", 6);
-    Window->ClickTab(HorizontalTab);
-    QCOMPARE(Exported().ExpOffH, 6);  // the form was stored once more
-    Window->SetNumber("spinBoxExpOffsetH", 7);
-    Window->ClickTab(VerticalTab);
-    QCOMPARE(Exported().ExpOffH, 6);  // and now no more
-}
-
-void SettingsTest::EnteringAnotherTabDoesNotLoad()
-{
-    for (int tab : {HorizontalTab, PlayerTab, VerticalTab, 3})
-    {
-        Window->ClickTab(tab);
-        Exported().ExpOffH = 77;
-        QCOMPARE(Window->Number("spinBoxExpOffsetH"), 0.0);
-        Exported().ExpOffH = 0;
-    }
-}
-
-void SettingsTest::CommitOnEveryTab_data()
-{
-    QTest::addColumn<int>("tab");
-    for (int tab = SettingsTab; tab <= PlayerTab; ++tab)
-    {
-        QTest::addRow("tab %d", tab) << tab;
-    }
-}
-
-void SettingsTest::CommitOnEveryTab()
-{
-    QFETCH(int, tab);
-    Window->ClickTab(tab);
-    Window->SetNumber("spinBoxExpOffsetH", 5);
-    (*Window)->on_pushButtonCalculateTrack_clicked();  // what the graph tabs' button does
-    QCOMPARE(Exported().ExpOffH, 5);
-    QCOMPARE(PathHorizontal.Offset, 5);
-}
-
-void SettingsTest::OnlyAClickCounts()
-{
-    Window->SetNumber("spinBoxExpOffsetH", 5);
-    Window->Find<QTabWidget>("tabWidgetMain")->setCurrentIndex(HorizontalTab);
-    QCOMPARE(Exported().ExpOffH, 0);
 }
 
 void SettingsTest::ProjectValuesAreClamped_data()
