@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stabilizer/camerapath.h"
 #include "project/project.h"
+#include "stabilizer/int32ends.h"
+#include "stabilizer/pathsettings.h"
 #include "support/doublelists.h"
 
 #include <QtTest>
@@ -9,24 +11,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <future>
-#include <limits>
 #include <mutex>
 #include <new>
 #include <vector>
 
 namespace
 {
-constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
-
-AxisFilterSettings Settings(std::int32_t type, std::int32_t strength)
-{
-    AxisFilterSettings settings;
-    settings.AvgPathOrder = type;
-    settings.AvgPathImages = strength;
-    return settings;
-}
-
 /** An enabled stage whose lists all have @p length entries. */
 PathFilterStage CompleteStage(int length)
 {

@@ -3,6 +3,7 @@
 #include "batch/exportsettings.h"
 #include "batch/stabilizerhost.h"
 #include "project/project.h"
+#include "stabilizer/int32ends.h"
 #include "support/freshhost.h"
 #include "support/loglines.h"
 
@@ -14,9 +15,6 @@
 
 namespace
 {
-constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
-
 ExportSettings Settings(double cropFactor, std::int32_t offsetH, std::int32_t offsetV)
 {
     ExportSettings settings;

@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "stabilizer/int32ends.h"
 #include "stabilizer/pathcorrections.h"
 #include "support/doublelists.h"
 
 #include <QtTest>
 
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 namespace
 {
-constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
-
 /** @p frames frames of motion 1.0, 2.0, 3.0 and so on between pads of @p delay zeros. */
 QVector<double> PaddedMotion(int frames, int delay)
 {

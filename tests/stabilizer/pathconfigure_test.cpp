@@ -1,27 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "project/project.h"
 #include "stabilizer/camerapath.h"
+#include "stabilizer/int32ends.h"
+#include "stabilizer/pathsettings.h"
 
 #include <QtTest>
 
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
-
-namespace
-{
-constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
-
-AxisFilterSettings Settings(std::int32_t type, std::int32_t strength)
-{
-    AxisFilterSettings settings;
-    settings.AvgPathOrder = type;
-    settings.AvgPathImages = strength;
-    return settings;
-}
-}  // namespace
 
 /** What the settings of an axis make of its filter stages. */
 class PathConfigureTest : public QObject
