@@ -5,6 +5,7 @@
 #include "app/testwindow.h"
 #include "dialogs/dialogguard.h"
 #include "support/testhome.h"
+#include "support/toplevels.h"
 #include "userhands/answermodal.h"
 
 #include <QAction>
@@ -122,11 +123,11 @@ void AboutDialogsTest::AddActions()
 /** The one that belongs to the window that stands. */
 QDialog* AboutDialogsTest::DialogOf(const QString& className)
 {
-    for (QWidget* widget : QApplication::topLevelWidgets())
+    for (QDialog* dialog : TopLevels<QDialog>())
     {
-        if (className == QLatin1String(widget->metaObject()->className()))
+        if (ClassOf(*dialog) == className)
         {
-            return qobject_cast<QDialog*>(widget);
+            return dialog;
         }
     }
     qFatal("the window has no %s", qPrintable(className));

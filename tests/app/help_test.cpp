@@ -6,6 +6,7 @@
 #include "app/windowtexts.h"
 #include "dialogs/dialogguard.h"
 #include "support/testhome.h"
+#include "support/toplevels.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -104,10 +105,9 @@ QString TextUnder(const QTextDocument& text, const QString& title)
 
 Help* ShownHelp()
 {
-    for (QWidget* widget : QApplication::topLevelWidgets())
+    for (Help* help : TopLevels<Help>())
     {
-        auto* help = qobject_cast<Help*>(widget);
-        if (help != nullptr && help->isVisible())
+        if (help->isVisible())
         {
             return help;
         }
@@ -137,8 +137,7 @@ private slots:
     void LinksAreReadable();
     void QuotesOnlyWhatTheWindowSays();
     void HasPlainCharacters();
-    void ShowsByMenuAndKey_data();
-    void ShowsByMenuAndKey();
+    void ShowsByMenu();
     void KeepsItsPlaceWhileClosed();
 
 private:
@@ -351,28 +350,11 @@ void HelpTest::HasPlainCharacters()
     }
 }
 
-void HelpTest::ShowsByMenuAndKey_data()
+void HelpTest::ShowsByMenu()
 {
-    QTest::addColumn<bool>("byKey");
-    QTest::newRow("menu") << false;
-    QTest::newRow("F1") << true;
-}
-
-void HelpTest::ShowsByMenuAndKey()
-{
-    QFETCH(bool, byKey);
     const TestWindow window;
     QVERIFY(ShownHelp() == nullptr);
-    if (byKey)
-    {
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.operator->()));
-        QTest::keyClick(window.operator->(), Qt::Key_F1);
-    }
-    else
-    {
-        window.Find<QAction>("actionHelp")->trigger();
-    }
+    window.Find<QAction>("actionHelp")->trigger();
     QVERIFY(ShownHelp() != nullptr);
     QVERIFY(!ShownHelp()->isModal());
     window.ClickTab(1);  // the window still works

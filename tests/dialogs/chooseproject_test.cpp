@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/dialogguard.h"
 #include "dialogs/homefiles.h"
+#include "dialogs/showndialogs.h"
 #include "project/filedialogs.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
@@ -105,21 +106,11 @@ void ChooseProjectTest::Type(const QString& typed, bool isChosen)
 
 void ChooseProjectTest::ShowsTheParent()
 {
-    QString title;
-    QString directory;
-    QFileDialog::Options options;
-    const auto dialog = AnswerModal::FileDialog(QString(),
-                                                [&](const QFileDialog& shown)
-                                                {
-                                                    title = shown.windowTitle();
-                                                    directory = shown.directory().path();
-                                                    options = shown.options();
-                                                });
-    QVERIFY(!ChooseProject(File, Directory, Title));
-    QVERIFY(dialog.WasAnswered());
-    QCOMPARE(title, Title);
-    QCOMPARE(directory, Parent->path());
-    QCOMPARE(options, QFileDialog::DontUseNativeDialog | QFileDialog::ShowDirsOnly);
+    const ShownFileDialog shown =
+        CancelledFileDialog([this] { QVERIFY(!ChooseProject(File, Directory, Title)); });
+    QCOMPARE(shown.Title, Title);
+    QCOMPARE(shown.Directory, Parent->path());
+    QCOMPARE(shown.Options, QFileDialog::DontUseNativeDialog | QFileDialog::ShowDirsOnly);
 }
 
 void ChooseProjectTest::Names_data()

@@ -3,8 +3,6 @@
 #include "dialogs/projectwindow.h"
 #include "userhands/answermodal.h"
 
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QTest>
 
 namespace
@@ -74,21 +72,10 @@ void ChoosersTest::Dialog()
     QFETCH(QByteArray, button);
     QFETCH(QString, title);
     QFETCH(QString, filter);
-    QString shownTitle;
-    QStringList filters;
-    QFileDialog::FileMode mode = QFileDialog::Directory;
-    const auto dialog = AnswerModal::FileDialog(QString(),
-                                                [&](const QFileDialog& shown)
-                                                {
-                                                    shownTitle = shown.windowTitle();
-                                                    filters = shown.nameFilters();
-                                                    mode = shown.fileMode();
-                                                });
-    Window->Click(button);
-    QVERIFY(dialog.WasAnswered());
-    QCOMPARE(shownTitle, title);
-    QCOMPARE(filters, QStringList(filter));
-    QCOMPARE(mode, QFileDialog::AnyFile);
+    const ShownFileDialog shown = CancelledFileDialog([&] { Window->Click(button); });
+    QCOMPARE(shown.Title, title);
+    QCOMPARE(shown.Filters, QStringList(filter));
+    QCOMPARE(shown.Mode, QFileDialog::AnyFile);
 }
 
 void ChoosersTest::TypedName()
@@ -131,19 +118,9 @@ void ChoosersTest::StartsAtItsOwnFile()
     const QString path = InHome(QStringLiteral("place/own.file"));
     QVERIFY(WriteBytes(path, "x"));
     Choose(button, path);
-    QString directory;
-    QString name;
-    const auto dialog = AnswerModal::FileDialog(
-        QString(),
-        [&](const QFileDialog& shown)
-        {
-            directory = shown.directory().path();
-            name = shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
-        });
-    Window->Click(button);
-    QVERIFY(dialog.WasAnswered());
-    QCOMPARE(directory, InHome(QStringLiteral("place")));
-    QCOMPARE(name, QStringLiteral("own.file"));
+    const ShownFileDialog shown = CancelledFileDialog([&] { Window->Click(button); });
+    QCOMPARE(shown.Directory, InHome(QStringLiteral("place")));
+    QCOMPARE(shown.Name, QStringLiteral("own.file"));
 }
 
 void ChoosersTest::ExportNameFollowsTheSource_data()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/dialogguard.h"
 #include "dialogs/quickdirectories.h"
+#include "dialogs/showndialogs.h"
 #include "userhands/answermodal.h"
 
 #include <QFileDialog>
@@ -126,22 +127,13 @@ void DirMenuTest::OpensAtThePointer()
 void DirMenuTest::AddByDialog()
 {
     const QTemporaryDir directory;
-    QString title;
-    QString start;
-    bool showsDirsOnly = false;
-    const auto dialog = AnswerModal::FileDialog(directory.path(),
-                                                [&](const QFileDialog& shown)
-                                                {
-                                                    title = shown.windowTitle();
-                                                    start = shown.directory().path();
-                                                    showsDirsOnly =
-                                                        shown.testOption(QFileDialog::ShowDirsOnly);
-                                                });
+    ShownFileDialog shown;
+    const auto dialog = AnswerModal::FileDialog(directory.path(), Into(shown));
     Choose(QStringLiteral("Add Directory"), 0);
     QVERIFY(dialog.WasAnswered());
-    QCOMPARE(title, QStringLiteral("New quick access directory"));
-    QCOMPARE(start, QDir::homePath());
-    QVERIFY(showsDirsOnly);
+    QCOMPARE(shown.Title, QStringLiteral("New quick access directory"));
+    QCOMPARE(shown.Directory, QDir::homePath());
+    QVERIFY(shown.Options.testFlag(QFileDialog::ShowDirsOnly));
     const QStringList expected = {"/a", "/b", "/c", directory.path()};
     QCOMPARE(Quick->Entries(), expected);
     QVERIFY(Quick->CanBeTyped(3));

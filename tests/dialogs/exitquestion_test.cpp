@@ -4,7 +4,6 @@
 #include "userhands/answermodal.h"
 
 #include <QFile>
-#include <QPushButton>
 #include <QTest>
 
 namespace
@@ -36,26 +35,11 @@ void ExitQuestionTest::Leave(bool byMenu) const
 
 void ExitQuestionTest::Words()
 {
-    QString title;
-    QString text;
-    QMessageBox::StandardButtons buttons;
-    bool isCancelDefault = false;
-    const AnswerModal question(QMessageBox::Cancel,
-                               [&](const QMessageBox& box)
-                               {
-                                   title = box.windowTitle();
-                                   text = box.text();
-                                   buttons = box.standardButtons();
-                                   isCancelDefault =
-                                       box.defaultButton() != nullptr &&
-                                       box.defaultButton() == box.button(QMessageBox::Cancel);
-                               });
-    Trigger("actionexit");
-    QVERIFY(question.WasAnswered());
-    QCOMPARE(title, QStringLiteral("Exit"));
-    QCOMPARE(text, QStringLiteral("Save current project or cancel?"));
-    QCOMPARE(buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    QVERIFY(isCancelDefault);
+    const ShownQuestion shown = QuestionOf("actionexit");
+    QCOMPARE(shown.Title, QStringLiteral("Exit"));
+    QCOMPARE(shown.Text, QStringLiteral("Save current project or cancel?"));
+    QCOMPARE(shown.Buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    QVERIFY(shown.IsCancelDefault);
 }
 
 void ExitQuestionTest::Answers_data()

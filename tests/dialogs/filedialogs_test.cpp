@@ -3,12 +3,12 @@
 
 #include "dialogs/dialogguard.h"
 #include "dialogs/homefiles.h"
+#include "dialogs/showndialogs.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -16,34 +16,6 @@
 namespace
 {
 const TestHome Home;
-
-/** What the user sees of a file dialog. */
-struct Sight
-{
-    QString Title;
-    QStringList Filters;
-    QFileDialog::FileMode Mode = QFileDialog::Directory;
-    bool ShowsDirsOnly = false;
-    bool IsNative = true;
-    QString Directory;
-    QString Name;
-    QList<QUrl> Sidebar;
-};
-
-AnswerModal::Glance<QFileDialog> Into(Sight& sight)
-{
-    return [&sight](const QFileDialog& dialog)
-    {
-        sight.Title = dialog.windowTitle();
-        sight.Filters = dialog.nameFilters();
-        sight.Mode = dialog.fileMode();
-        sight.ShowsDirsOnly = dialog.testOption(QFileDialog::ShowDirsOnly);
-        sight.IsNative = !dialog.testOption(QFileDialog::DontUseNativeDialog);
-        sight.Directory = dialog.directory().absolutePath();
-        sight.Name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
-        sight.Sidebar = dialog.sidebarUrls();
-    };
-}
 
 const QString Title = QStringLiteral("Choose one");
 const QString Filter = QStringLiteral("Data (*.dat)");
@@ -125,28 +97,28 @@ void FileDialogsTest::SidebarIsTheList()
 
 void FileDialogsTest::ShowsTheCurrentFile()
 {
-    Sight sight;
+    ShownFileDialog shown;
     QString path = File(QStringLiteral("here.dat"));
-    const auto dialog = AnswerModal::FileDialog(QString(), Into(sight));
+    const auto dialog = AnswerModal::FileDialog(QString(), Into(shown));
     QVERIFY(!ChooseFile(path, Title, Filter));
     QVERIFY(dialog.WasAnswered());
-    QCOMPARE(sight.Title, Title);
-    QCOMPARE(sight.Filters, QStringList(Filter));
-    QCOMPARE(sight.Mode, QFileDialog::AnyFile);
-    QVERIFY(!sight.IsNative);
-    QCOMPARE(sight.Directory, Directory->path());
-    QCOMPARE(sight.Name, QStringLiteral("here.dat"));
-    QCOMPARE(sight.Sidebar, SidebarUrls);
+    QCOMPARE(shown.Title, Title);
+    QCOMPARE(shown.Filters, QStringList(Filter));
+    QCOMPARE(shown.Mode, QFileDialog::AnyFile);
+    QVERIFY(shown.Options.testFlag(QFileDialog::DontUseNativeDialog));
+    QCOMPARE(shown.Directory, Directory->path());
+    QCOMPARE(shown.Name, QStringLiteral("here.dat"));
+    QCOMPARE(shown.Sidebar, SidebarUrls);
 }
 
 void FileDialogsTest::StartsInADirectory()
 {
-    Sight sight;
+    ShownFileDialog shown;
     QString path = Directory->path();
-    const auto dialog = AnswerModal::FileDialog(QStringLiteral("new.dat"), Into(sight));
+    const auto dialog = AnswerModal::FileDialog(QStringLiteral("new.dat"), Into(shown));
     QVERIFY(ChooseFile(path, Title, Filter));
     QVERIFY(dialog.WasAnswered());
-    QCOMPARE(sight.Directory, Directory->path());
+    QCOMPARE(shown.Directory, Directory->path());
     QCOMPARE(path, File(QStringLiteral("new.dat")));
 }
 
@@ -193,14 +165,14 @@ void FileDialogsTest::CancelLeavesThePath()
 
 void FileDialogsTest::ExistingFile()
 {
-    Sight sight;
+    ShownFileDialog shown;
     QString path = Directory->path();
-    const auto dialog = AnswerModal::FileDialog(QStringLiteral("here.dat"), Into(sight));
+    const auto dialog = AnswerModal::FileDialog(QStringLiteral("here.dat"), Into(shown));
     QVERIFY(ChooseExistingFile(path, Title, Filter));
     QVERIFY(dialog.WasAnswered());
-    QCOMPARE(sight.Title, Title);
-    QCOMPARE(sight.Filters, QStringList(Filter));
-    QCOMPARE(sight.Mode, QFileDialog::ExistingFile);
+    QCOMPARE(shown.Title, Title);
+    QCOMPARE(shown.Filters, QStringList(Filter));
+    QCOMPARE(shown.Mode, QFileDialog::ExistingFile);
     QCOMPARE(path, File(QStringLiteral("here.dat")));
 }
 

@@ -5,8 +5,6 @@
 #include "userhands/answermodal.h"
 
 #include <QDir>
-#include <QFileDialog>
-#include <QPushButton>
 #include <QTest>
 
 namespace
@@ -91,47 +89,20 @@ void NewProjectTest::ReplacesAllSettings()
 
 void NewProjectTest::Question()
 {
-    QString title;
-    QString text;
-    QMessageBox::StandardButtons buttons;
-    const QAbstractButton* standard = nullptr;
-    const QAbstractButton* cancel = nullptr;
-    const AnswerModal question(QMessageBox::Cancel,
-                               [&](const QMessageBox& box)
-                               {
-                                   title = box.windowTitle();
-                                   text = box.text();
-                                   buttons = box.standardButtons();
-                                   standard = box.defaultButton();
-                                   cancel = box.button(QMessageBox::Cancel);
-                                   QCOMPARE(box.icon(), QMessageBox::Question);
-                                   QVERIFY(box.parentWidget() == Window->operator->());
-                               });
-    Trigger("actionnew_project");
-    QVERIFY(question.WasAnswered());
-    QCOMPARE(title, QStringLiteral("Create new Project"));
-    QCOMPARE(text, QStringLiteral("Save current project or cancel?"));
-    QCOMPARE(buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    QVERIFY(cancel != nullptr);
-    QCOMPARE(standard, cancel);
+    const ShownQuestion shown = QuestionOf("actionnew_project");
+    QCOMPARE(shown.Title, QStringLiteral("Create new Project"));
+    QCOMPARE(shown.Text, QStringLiteral("Save current project or cancel?"));
+    QCOMPARE(shown.Buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    QCOMPARE(shown.Icon, QMessageBox::Question);
+    QVERIFY(shown.IsCancelDefault);
+    QVERIFY(shown.Parent == Window->operator->());
 }
 
 void NewProjectTest::Dialog()
 {
-    QString title;
-    QString directory;
-    const AnswerModal question(QMessageBox::No);
-    const auto dialog = AnswerModal::FileDialog(QString(),
-                                                [&](const QFileDialog& shown)
-                                                {
-                                                    title = shown.windowTitle();
-                                                    directory = shown.directory().path();
-                                                });
-    Trigger("actionnew_project");
-    QVERIFY(question.WasAnswered());
-    QVERIFY(dialog.WasAnswered());
-    QCOMPARE(title, QStringLiteral("New Project"));
-    QCOMPARE(directory, InHome(QStringLiteral("Molvane")));
+    const ShownFileDialog shown = DialogOf("actionnew_project");
+    QCOMPARE(shown.Title, QStringLiteral("New Project"));
+    QCOMPARE(shown.Directory, InHome(QStringLiteral("Molvane")));
 }
 
 void NewProjectTest::CancelTheQuestion()

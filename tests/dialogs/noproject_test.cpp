@@ -3,6 +3,7 @@
 #include "batch/exportsettings.h"
 #include "dialogs/dialogguard.h"
 #include "dialogs/homefiles.h"
+#include "dialogs/showndialogs.h"
 #include "dialogs/startedwindow.h"
 #include "stabilizer/camerapath.h"
 #include "support/testhome.h"
@@ -146,12 +147,9 @@ void NoProjectTest::SavingWithoutAFileAsksForOne()
 {
     QVERIFY(WriteConfiguration(Home->Path(QStringLiteral("gone.mvprj")), false));
     const TestWindow window;
-    QString title;
-    const AnswerModal question(QMessageBox::Cancel,
-                               [&title](const QMessageBox& box) { title = box.windowTitle(); });
-    window.Find<QAction>("actionsave_project")->trigger();
-    QVERIFY(question.WasAnswered());
-    QCOMPARE(title, QStringLiteral("Save as new Project"));
+    const ShownQuestion shown =
+        CancelledQuestion([&window] { window.Find<QAction>("actionsave_project")->trigger(); });
+    QCOMPARE(shown.Title, QStringLiteral("Save as new Project"));
     QCOMPARE(window.Log(), QStringList("Error    Could not save project file"));
 }
 

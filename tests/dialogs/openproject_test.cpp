@@ -4,8 +4,6 @@
 #include "dialogs/projectwindow.h"
 #include "userhands/answermodal.h"
 
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QTest>
 
 namespace
@@ -70,37 +68,16 @@ void OpenProjectTest::EntersConfigurationAndMenu()
 
 void OpenProjectTest::Question()
 {
-    QString title;
-    const AnswerModal question(QMessageBox::Cancel,
-                               [&title](const QMessageBox& box) { title = box.windowTitle(); });
-    Trigger("actionopen_project");
-    QVERIFY(question.WasAnswered());
-    QCOMPARE(title, QStringLiteral("Open Project"));
+    QCOMPARE(QuestionOf("actionopen_project").Title, QStringLiteral("Open Project"));
 }
 
 void OpenProjectTest::Dialog()
 {
-    QString title;
-    QStringList filters;
-    QString directory;
-    QString name;
-    const AnswerModal question(QMessageBox::No);
-    const auto dialog = AnswerModal::FileDialog(
-        QString(),
-        [&](const QFileDialog& shown)
-        {
-            title = shown.windowTitle();
-            filters = shown.nameFilters();
-            directory = shown.directory().path();
-            name = shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
-        });
-    Trigger("actionopen_project");
-    QVERIFY(question.WasAnswered());
-    QVERIFY(dialog.WasAnswered());
-    QCOMPARE(title, QStringLiteral("Open Project"));
-    QCOMPARE(filters, QStringList{"Project Files (*.json *.mvprj)"});
-    QCOMPARE(directory, InHome(QStringLiteral("Molvane/Start")));
-    QCOMPARE(name, QStringLiteral("Start.mvprj"));
+    const ShownFileDialog shown = DialogOf("actionopen_project");
+    QCOMPARE(shown.Title, QStringLiteral("Open Project"));
+    QCOMPARE(shown.Filters, QStringList{"Project Files (*.json *.mvprj)"});
+    QCOMPARE(shown.Directory, InHome(QStringLiteral("Molvane/Start")));
+    QCOMPARE(shown.Name, QStringLiteral("Start.mvprj"));
 }
 
 void OpenProjectTest::CancelTheQuestion()

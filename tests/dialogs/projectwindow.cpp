@@ -43,6 +43,18 @@ void ProjectWindowTest::Trigger(const char* action) const
     Window->Find<QAction>(action)->trigger();
 }
 
+ShownQuestion ProjectWindowTest::QuestionOf(const char* action) const
+{
+    return CancelledQuestion([&] { Trigger(action); });
+}
+
+ShownFileDialog ProjectWindowTest::DialogOf(const char* action) const
+{
+    const AnswerModal question(QMessageBox::No);
+    const ShownFileDialog shown = CancelledFileDialog([&] { Trigger(action); });
+    return question.WasAnswered() ? shown : ShownFileDialog();
+}
+
 void ProjectWindowTest::NewProject(const QString& typed, Button answer) const
 {
     Command("actionnew_project", answer, typed);

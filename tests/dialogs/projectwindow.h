@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/testwindow.h"
+#include "dialogs/showndialogs.h"
 #include "support/messageguard.h"
 #include "support/testhome.h"
 
@@ -29,6 +30,11 @@ protected:
     /** The same where no dialog is to come. */
     void Command(const char* action, Button answer) const;
     void Trigger(const char* action) const;  ///< where no question is to come
+
+    /** The question of a command, answered with Cancel. */
+    [[nodiscard]] ShownQuestion QuestionOf(const char* action) const;
+    /** The file dialog of a command behind its question, which gets No; it is cancelled. */
+    [[nodiscard]] ShownFileDialog DialogOf(const char* action) const;
 
     void NewProject(const QString& typed, Button answer = QMessageBox::No) const;
     void OpenProject(const QString& path, Button answer = QMessageBox::No) const;

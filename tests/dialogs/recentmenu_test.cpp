@@ -2,7 +2,6 @@
 #include "batch/jobstate.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
-#include "userhands/answermodal.h"
 
 #include <QAction>
 #include <QMenu>
@@ -139,12 +138,9 @@ void RecentMenuTest::OpenedProjectIsNoted()
 
 void RecentMenuTest::Question()
 {
-    QString title;
-    const AnswerModal question(QMessageBox::Cancel,
-                               [&title](const QMessageBox& box) { title = box.windowTitle(); });
-    RecentMenu()->actions().first()->trigger();
-    QVERIFY(question.WasAnswered());
-    QCOMPARE(title, QStringLiteral("Open Project"));
+    const ShownQuestion shown =
+        CancelledQuestion([this] { RecentMenu()->actions().first()->trigger(); });
+    QCOMPARE(shown.Title, QStringLiteral("Open Project"));
 }
 
 void RecentMenuTest::CancelTheQuestion()

@@ -5,7 +5,6 @@
 #include "userhands/answermodal.h"
 
 #include <QFile>
-#include <QFileDialog>
 #include <QTest>
 
 namespace
@@ -182,30 +181,14 @@ void SaveProjectTest::SaveAsForgetsTheCalculatedPath()
 
 void SaveProjectTest::SaveAsQuestion()
 {
-    QString title;
-    const AnswerModal question(QMessageBox::Cancel,
-                               [&title](const QMessageBox& box) { title = box.windowTitle(); });
-    Trigger("actionsave_project_as");
-    QVERIFY(question.WasAnswered());
-    QCOMPARE(title, QStringLiteral("Save as new Project"));
+    QCOMPARE(QuestionOf("actionsave_project_as").Title, QStringLiteral("Save as new Project"));
 }
 
 void SaveProjectTest::SaveAsDialog()
 {
-    QString title;
-    QString directory;
-    const AnswerModal question(QMessageBox::No);
-    const auto dialog = AnswerModal::FileDialog(QString(),
-                                                [&](const QFileDialog& shown)
-                                                {
-                                                    title = shown.windowTitle();
-                                                    directory = shown.directory().path();
-                                                });
-    Trigger("actionsave_project_as");
-    QVERIFY(question.WasAnswered());
-    QVERIFY(dialog.WasAnswered());
-    QCOMPARE(title, QStringLiteral("Save as Project"));
-    QCOMPARE(directory, InHome(QStringLiteral("Molvane")));
+    const ShownFileDialog shown = DialogOf("actionsave_project_as");
+    QCOMPARE(shown.Title, QStringLiteral("Save as Project"));
+    QCOMPARE(shown.Directory, InHome(QStringLiteral("Molvane")));
 }
 
 void SaveProjectTest::SaveAsCancelled()

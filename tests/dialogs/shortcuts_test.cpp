@@ -3,6 +3,7 @@
 #include "batch/jobstate.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "support/toplevels.h"
 #include "userhands/answermodal.h"
 
 #include <QAction>
@@ -17,14 +18,7 @@ const TestHome OuterHome;
 /** The one help dialog, which stands alone beside the window. */
 const QWidget* HelpDialog()
 {
-    for (const QWidget* widget : QApplication::topLevelWidgets())
-    {
-        if (qobject_cast<const Help*>(widget) != nullptr)
-        {
-            return widget;
-        }
-    }
-    return nullptr;
+    return TopLevels<Help>().value(0);
 }
 }  // namespace
 
@@ -65,11 +59,7 @@ void ShortcutsTest::Press(Qt::Key key, Qt::KeyboardModifiers modifiers) const
 
 QString ShortcutsTest::QuestionOf(Qt::Key key, Qt::KeyboardModifiers modifiers) const
 {
-    QString title;
-    const AnswerModal question(QMessageBox::Cancel,
-                               [&title](const QMessageBox& box) { title = box.windowTitle(); });
-    Press(key, modifiers);
-    return question.WasAnswered() ? title : QString();
+    return CancelledQuestion([&] { Press(key, modifiers); }).Title;
 }
 
 void ShortcutsTest::KeysOfTheActions_data()

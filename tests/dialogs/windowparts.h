@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QApplication>
-#include <QList>
-#include <QMetaObject>
+#include "support/toplevels.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -15,16 +14,11 @@
 /** Classes of the dialogs that stand beside the main window. */
 inline const QStringList OwnDialogs = {"About", "AboutQt", "AboutOpenCV", "AboutCodecs", "Help"};
 
-[[nodiscard]] inline QString ClassOf(const QObject& object)
-{
-    return QString::fromLatin1(object.metaObject()->className());
-}
-
 /** The dialogs that the one window of the test has made. */
 [[nodiscard]] inline QList<QWidget*> DialogsOfTheWindow()
 {
     QList<QWidget*> dialogs;
-    for (QWidget* widget : QApplication::topLevelWidgets())
+    for (QWidget* widget : TopLevels<QWidget>())
     {
         if (OwnDialogs.contains(ClassOf(*widget)))
         {
