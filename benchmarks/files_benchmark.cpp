@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "pairedtimes.h"
+#include "samplefile.h"
 
 #include "batch/resultcodes.h"
 #include "project/project.h"
@@ -27,32 +28,32 @@ enum BareWay
     ByFrame
 };
 
-FileNames NamesIn(const QTemporaryDir& dir)
+/** A stabilizer as an analysis leaves it, with files in a directory of its own. */
+struct AnalysedVideo
 {
-    FileNames names;
-    const auto fill = [&dir](char* target, const char* name)
+    /** @param state  first arguments: frames, points per frame */
+    explicit AnalysedVideo(const benchmark::State& state)
     {
-        qstrncpy(target, dir.filePath(QString::fromLatin1(name)).toLocal8Bit(),
-                 static_cast<uint>(FileNameSize));
-    };
-    fill(names.SourceFile, "source.mp4");
-    fill(names.TrackingFile, "Tracking.dat");
-    fill(names.TrackingMatchingFile, "Tracking.dat.cfg");
-    fill(names.StabilizationFile, "Stabilize.dat");
-    fill(names.StabilizationMatchingFile, "Stabilize.dat.cfg");
-    return names;
-}
-
-/** A stabilizer as an analysis of @p frames frames with @p points points each leaves it. */
-void Fill(PosRotStabilizer& stabilizer, int frames, int points)
-{
-    std::vector<cv::Point2f> one;
-    for (int i = 0; i < points; ++i)
-    {
-        one.emplace_back(static_cast<float>(i) * 2.3F, static_cast<float>(i) * 1.3F);
+        Object.FileNames = SampleFile::NamesIn(Dir.path());
+        std::vector<cv::Point2f> one;
+        for (int i = 0; i < state.range(1); ++i)
+        {
+            one.emplace_back(static_cast<float>(i) * 2.3F, static_cast<float>(i) * 1.3F);
+        }
+        Object.TrackingPoints.assign(static_cast<std::size_t>(state.range(0)), one);
     }
-    stabilizer.TrackingPoints.assign(static_cast<std::size_t>(frames), one);
-}
+
+    void Write()
+    {
+        if (Object.WriteTracking() != ResultOk)
+        {
+            qFatal("the tracking file was not written");
+        }
+    }
+
+    const QTemporaryDir Dir;
+    PosRotStabilizer Object;
+};
 
 void BareWrite(const std::string& path, const std::vector<std::vector<cv::Point2f>>& frames,
                BareWay way)
@@ -88,59 +89,33 @@ void BareRead(const std::string& path, std::vector<std::vector<cv::Point2f>>& fr
 /** Arguments: frames, points per frame, bare way. */
 void WriteTracking(benchmark::State& state)
 {
-    const QTemporaryDir dir;
-    PosRotStabilizer stabilizer;
-    stabilizer.FileNames = NamesIn(dir);
-    Fill(stabilizer, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
-    const std::string bareFile = dir.filePath(QStringLiteral("bare.dat")).toStdString();
+    AnalysedVideo video(state);
+    const std::string bareFile = video.Dir.filePath(QStringLiteral("bare.dat")).toStdString();
     const auto way = static_cast<BareWay>(state.range(2));
-    PairedTimes times;
-    for (auto unused : state)
-    {
-        static_cast<void>(unused);
-        state.SetIterationTime(times.Measure(
-            [&]
-            {
-                if (stabilizer.WriteTracking() != ResultOk)
-                {
-                    qFatal("the tracking file was not written");
-                }
-            },
-            [&] { BareWrite(bareFile, stabilizer.TrackingPoints, way); }));
-    }
-    times.Report(state, 1);
+    PairedTimes::Run(
+        state, 1, [&] { video.Write(); },
+        [&] { BareWrite(bareFile, video.Object.TrackingPoints, way); });
 }
 
 /** Arguments as above. */
 void ReadTracking(benchmark::State& state)
 {
-    const QTemporaryDir dir;
-    PosRotStabilizer stabilizer;
-    stabilizer.FileNames = NamesIn(dir);
-    Fill(stabilizer, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+    AnalysedVideo video(state);
+    video.Write();
     const TrackingParameters parameters;
-    if (stabilizer.WriteTracking() != ResultOk)
-    {
-        qFatal("the tracking file was not written");
-    }
-    std::vector<std::vector<cv::Point2f>> points = stabilizer.TrackingPoints;
+    std::vector<std::vector<cv::Point2f>> points = video.Object.TrackingPoints;
     const auto way = static_cast<BareWay>(state.range(2));
-    PairedTimes times;
-    for (auto unused : state)
-    {
-        static_cast<void>(unused);
-        state.SetIterationTime(times.Measure(
-            [&]
+    PairedTimes::Run(
+        state, 1,
+        [&]
+        {
+            video.Object.TrackingLoaded = false;
+            if (video.Object.ReadTracking(parameters) != ResultOk)
             {
-                stabilizer.TrackingLoaded = false;
-                if (stabilizer.ReadTracking(parameters) != ResultOk)
-                {
-                    qFatal("the tracking file was not read");
-                }
-            },
-            [&] { BareRead(stabilizer.FileNames.TrackingFile, points, way); }));
-    }
-    times.Report(state, 1);
+                qFatal("the tracking file was not read");
+            }
+        },
+        [&] { BareRead(video.Object.FileNames.TrackingFile, points, way); });
 }
 
 BENCHMARK(WriteTracking)
@@ -201,14 +176,8 @@ void SaveProject(benchmark::State& state)
     Project project = FullProject(static_cast<int>(state.range(0)));
     project.Save(path);
     const QJsonDocument document = QJsonDocument::fromJson(ContentOf(path));
-    PairedTimes times;
-    for (auto unused : state)
-    {
-        static_cast<void>(unused);
-        state.SetIterationTime(times.Measure([&] { project.Save(path); },
-                                             [&] { WriteContent(bare, document.toJson()); }));
-    }
-    times.Report(state, 1);
+    PairedTimes::Run(
+        state, 1, [&] { project.Save(path); }, [&] { WriteContent(bare, document.toJson()); });
 }
 
 /** Argument as above. */
@@ -218,19 +187,13 @@ void LoadProject(benchmark::State& state)
     QString path = dir.filePath(QStringLiteral("full.mvprj"));
     FullProject(static_cast<int>(state.range(0))).Save(path);
     Project project;
-    PairedTimes times;
-    for (auto unused : state)
-    {
-        static_cast<void>(unused);
-        state.SetIterationTime(
-            times.Measure([&] { static_cast<void>(project.Load(path, false)); }, [&]
-                          { benchmark::DoNotOptimize(QJsonDocument::fromJson(ContentOf(path))); }));
-    }
+    PairedTimes::Run(
+        state, 1, [&] { static_cast<void>(project.Load(path, false)); },
+        [&] { benchmark::DoNotOptimize(QJsonDocument::fromJson(ContentOf(path))); });
     if (project.FlowH.IgnoreSections.size() != static_cast<std::size_t>(state.range(0)))
     {
         state.SkipWithError("the project did not come back");
     }
-    times.Report(state, 1);
 }
 
 BENCHMARK(SaveProject)

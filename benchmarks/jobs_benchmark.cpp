@@ -94,13 +94,7 @@ void Analysis(benchmark::State& state)
     };
     const auto bare = [&]
     { BareAnalysis(file.Path(), file.Frames(), parameters.MaxTrackingPoints); };
-    PairedTimes times;
-    for (auto unused : state)
-    {
-        static_cast<void>(unused);
-        state.SetIterationTime(times.Measure(analyse, bare));
-    }
-    times.Report(state, file.Frames());
+    PairedTimes::Run(state, file.Frames(), analyse, bare);
 }
 BENCHMARK(Analysis)
     ->ArgNames({"height", "points"})
@@ -208,13 +202,7 @@ void Export(benchmark::State& state)
             qFatal("the export failed");
         }
     };
-    PairedTimes times;
-    for (auto unused : state)
-    {
-        static_cast<void>(unused);
-        state.SetIterationTime(times.Measure(exportVideo, [&] { BareExport(file, settings); }));
-    }
-    times.Report(state, file.Frames());
+    PairedTimes::Run(state, file.Frames(), exportVideo, [&] { BareExport(file, settings); });
     const char* const labels[] = {"crop", "crop and rotation", "rescale"};
     state.SetLabel(labels[kind]);
 }

@@ -34,6 +34,18 @@ double Quantile(std::vector<double> values, double share)
 }
 }  // namespace
 
+void PairedTimes::Run(benchmark::State& state, int frames, const std::function<void()>& ours,
+                      const std::function<void()>& bare)
+{
+    PairedTimes times;
+    for (auto unused : state)
+    {
+        static_cast<void>(unused);
+        state.SetIterationTime(times.Measure(ours, bare));
+    }
+    times.Report(state, frames);
+}
+
 double PairedTimes::Measure(const std::function<void()>& ours, const std::function<void()>& bare)
 {
     if (Ours.size() % 2 == 0)

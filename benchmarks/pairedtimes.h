@@ -17,6 +17,11 @@ class State;
 class PairedTimes
 {
 public:
+    /** Times both in each iteration of a benchmark with manual time, and reports on them. */
+    static void Run(benchmark::State& state, int frames, const std::function<void()>& ours,
+                    const std::function<void()>& bare);
+
+private:
     /** Times both once; which comes first alternates. @return seconds of ours */
     double Measure(const std::function<void()>& ours, const std::function<void()>& bare);
 
@@ -26,7 +31,6 @@ public:
      */
     void Report(benchmark::State& state, int frames) const;
 
-private:
     std::vector<double> Ours;
     std::vector<double> Bare;
 };

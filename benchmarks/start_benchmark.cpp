@@ -32,14 +32,8 @@ void RunAgain(const QString& argument)
 void Start(benchmark::State& state)
 {
     RunAgain(ProgramStart);  // writes the files of a first start
-    PairedTimes times;
-    for (auto unused : state)
-    {
-        static_cast<void>(unused);
-        state.SetIterationTime(
-            times.Measure([] { RunAgain(ProgramStart); }, [] { RunAgain(BareStart); }));
-    }
-    times.Report(state, 1);
+    PairedTimes::Run(
+        state, 1, [] { RunAgain(ProgramStart); }, [] { RunAgain(BareStart); });
 }
 BENCHMARK(Start)->UseManualTime()->Iterations(11)->Unit(benchmark::kMillisecond);
 }  // namespace
