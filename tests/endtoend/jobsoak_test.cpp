@@ -52,6 +52,11 @@ bool IsOfTheCrop(const QString& line)
     return line.startsWith(QLatin1String("Error    Offset "));
 }
 
+bool IsOfFailedOpening(const QString& line)
+{
+    return line.startsWith(QLatin1String("Error    Open "));
+}
+
 /** Without what the user's hands may have added. */
 QStringList LinesOfJob(const QStringList& log)
 {
@@ -70,6 +75,10 @@ QStringList LinesOfJob(const QStringList& log)
 // jobs of half the shortest soak keep 860 kB. What stays of good jobs is below 100 kB: the lists of
 // points have room for the most that there ever were.
 constexpr qint64 AllowedHeapGrowth = 400 * 1000;  // bytes
+
+// The video library asks its camera library for what it cannot open as a file, and keeps some
+// 161 kB each time: OpenCV 4.6 alone does so in a loop.
+constexpr qint64 LostByFailedOpening = 165 * 1000;  // bytes
 
 // The heap need not give back what lies between two living blocks, and the process brings in pages
 // of its libraries late.
@@ -108,8 +117,9 @@ private:
     bool HasHands = false;             ///< during the job; what they say may hide a line
     int Ended[4] = {};                 ///< jobs by their result
     int Aborts = 0;
-    int Again = 0;      ///< files that were like the first of their name
-    int Overtaken = 0;  ///< aborted jobs that showed the state before
+    int FailedOpenings = 0;  ///< of the player and of jobs
+    int Again = 0;           ///< files that were like the first of their name
+    int Overtaken = 0;       ///< aborted jobs that showed the state before
 };
 
 void JobSoakTest::WriteClips()
@@ -140,6 +150,7 @@ void JobSoakTest::ChooseVideo(int video)
     Chosen = video;
     const QString path = Ledger->Clip(video).Path;
     ChooseSource(path);
+    FailedOpenings += video == GoneVideo ? 1 : 0;
     Window->SetPaths(path, Directory->path());
 }
 
@@ -241,6 +252,7 @@ void JobSoakTest::Compare(SoakButton button, const SoakSettings& settings, int s
                           bool isAborted)
 {
     const QStringList log = Window->Log();
+    FailedOpenings += static_cast<int>(std::count_if(log.cbegin(), log.cend(), IsOfFailedOpening));
     const QStringList lines = LinesOfJob(log);
     const std::vector<SoakEnd> ends = Ledger->Ends(button, settings, stateBefore, isAborted);
     const auto end = std::find_if(ends.cbegin(), ends.cend(),
@@ -349,6 +361,7 @@ void JobSoakTest::Jobs()
     QCOMPARE(CountFrames(Directory->filePath(QStringLiteral("Export.mp4"))),
              Ledger->Clip(UsualVideo).Frames);
     ProcessFigures half = start;
+    int failedInFirstHalf = 0;
     for (int i = 0; i < count; ++i)
     {
         Run(jobs.at(std::size_t(i)));
@@ -356,6 +369,7 @@ void JobSoakTest::Jobs()
         if (i + 1 == count / 2)
         {
             half = UndisturbedFigures();
+            failedInFirstHalf = FailedOpenings;
         }
     }
     const ProcessFigures end = UndisturbedFigures();
@@ -363,13 +377,17 @@ void JobSoakTest::Jobs()
         "%d whole, %d aborted in the analysis, %d in the export, %d before they began; %d "
         "aborts, %d overtaken; %d files as before",
         Ended[0], Ended[1], Ended[2], Ended[3], Aborts, Overtaken, Again);
-    qInfo("heap %lld %lld %lld, resident %lld %lld %lld bytes; threads %d %d %d, files %d %d %d",
-          start.Heap, half.Heap, end.Heap, start.Resident, half.Resident, end.Resident,
-          start.Threads, half.Threads, end.Threads, start.OpenFiles, half.OpenFiles, end.OpenFiles);
+    qInfo(
+        "heap %lld %lld %lld, resident %lld %lld %lld bytes; threads %d %d %d, files %d %d %d; "
+        "%d and %d failed openings",
+        start.Heap, half.Heap, end.Heap, start.Resident, half.Resident, end.Resident, start.Threads,
+        half.Threads, end.Threads, start.OpenFiles, half.OpenFiles, end.OpenFiles,
+        failedInFirstHalf, FailedOpenings - failedInFirstHalf);
     QVERIFY(count < 30 || Ended[1] + Ended[2] > 0);
     QVERIFY(count < 100 || (Ended[1] > 0 && Ended[2] > 0));
     QVERIFY(Overtaken <= 1);
-    QVERIFY(end.Heap - half.Heap < AllowedHeapGrowth);
+    const qint64 lost = (FailedOpenings - failedInFirstHalf) * LostByFailedOpening;
+    QVERIFY(end.Heap - half.Heap < AllowedHeapGrowth + lost);
     QVERIFY(IsSanitized || end.Resident - half.Resident < AllowedResidentGrowth);
     QCOMPARE(end.Threads, start.Threads);
     QCOMPARE(end.OpenFiles, start.OpenFiles);
