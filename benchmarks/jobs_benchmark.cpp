@@ -21,7 +21,7 @@
 // The long jobs beside a loop of nothing but the library calls in them, over the same video.
 namespace
 {
-constexpr int Pairs = 21;
+constexpr int Pairs = 11;
 
 /** The library calls of one step from frame to frame. */
 class BareStep
