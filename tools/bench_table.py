@@ -46,8 +46,7 @@ def main():
         results = json.load(file)
     context = results["context"]
     print(f"{context['num_cpus']} processors at {context['mhz_per_cpu']} MHz, load "
-          f"{' '.join(f'{load:.1f}' for load in context['load_avg'])}, {context['date']}, "
-          f"build {context['library_build_type']}")
+          f"{' '.join(f'{load:.1f}' for load in context['load_avg'])}, {context['date']}")
     families = {}
     for run in results["benchmarks"]:
         families.setdefault(run["name"].split("/")[0], []).append(run)

@@ -11,8 +11,8 @@ void KeepFreedMemory()
 {
 #if defined(__GLIBC__)
     constexpr int largest = 32 * 1024 * 1024;  // the most that glibc takes
-    // The heaps of further arenas end at 64 MB and come and go within a frame. Two threads share
-    // the one arena without waiting: their small blocks come from caches of their own.
+    // The heaps of further arenas end at 64 MB and come and go within a frame. Threads hardly wait
+    // for the one arena: their small blocks come from caches of their own, large ones are few.
     mallopt(M_ARENA_MAX, 1);
     mallopt(M_MMAP_THRESHOLD, largest);
     mallopt(M_TRIM_THRESHOLD, INT_MAX);
