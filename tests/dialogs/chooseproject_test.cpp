@@ -40,6 +40,28 @@ std::function<bool(QWidget*)> TypeInTurn(const QStringList& names)
         return true;
     };
 }
+
+/** Tells whether a file appears; what appears goes with it, so that a failure leaves no trace. */
+class Newcomer
+{
+public:
+    explicit Newcomer(const QString& file) : File(file), WasThere(QFile::exists(file)) {}
+    ~Newcomer()
+    {
+        if (HasCome())
+        {
+            QFile::remove(File);
+        }
+    }
+    Newcomer(const Newcomer&) = delete;
+    Newcomer& operator=(const Newcomer&) = delete;
+
+    [[nodiscard]] bool HasCome() const { return !WasThere && QFile::exists(File); }
+
+private:
+    const QString File;
+    const bool WasThere;
+};
 }  // namespace
 
 /**
@@ -246,6 +268,7 @@ void ChooseProjectTest::SelectionOfOneCharacter()
 {
     const QString file = File;
     const QString directory = Directory;
+    const Newcomer inRoot(QStringLiteral("/.mvprj"));
     QStringList selected;
     // The buttons would enter the root and not select it.
     const AnswerModal dialog(
@@ -266,7 +289,7 @@ void ChooseProjectTest::SelectionOfOneCharacter()
     QCOMPARE(selected, QStringList(QStringLiteral("/")));
     QCOMPARE(File, file);
     QCOMPARE(Directory, directory);
-    QVERIFY(!QFile::exists(QStringLiteral("/.mvprj")));
+    QVERIFY(!inRoot.HasCome());
 }
 
 void ChooseProjectTest::Cancel()
