@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: MIT
 """Checks the documents against the sources: check_docs.py [ROOT]
 
-Each text that the program logs as an error must stand in README.md's table of lines, and each link between the
-documents, and to pictures, must lead to a file. Prints each breach; exit status 1 if any.
+Each text that the program logs as an error must stand in README.md's table of lines, and each link of the Markdown
+files must lead to a file or folder, and to a heading if it names one. Prints each breach; exit status 1 if
+any.
 """
 import re
 import sys
@@ -11,7 +12,9 @@ from pathlib import Path
 
 STATEMENT = re.compile(r"\(LogError,(.*?);", re.DOTALL)
 TEXT = re.compile(r'"((?:[^"\\]|\\.)*)"')
-LINK = re.compile(r"\[[^\]]*\]\(([^)#\s]+)(?:#[^)]*)?\)")
+LINK = re.compile(r"\[[^\]]*\]\(([^)#\s]*)(?:#([^)\s]*))?\)")
+HEADING = re.compile(r"^#{1,6} +(.+?) *$", re.MULTILINE)
+CODE_BLOCK = re.compile(r"^```.*?^```", re.DOTALL | re.MULTILINE)
 
 
 def errors_logged(root):
@@ -24,6 +27,34 @@ def errors_logged(root):
                 yield source.name, text.strip()
 
 
+def documents(root):
+    """Every Markdown file of the project; what is built, fetched or hidden is none."""
+    for document in sorted(root.rglob("*.md")):
+        folders = document.relative_to(root).parts[:-1]
+        if not any(folder == "build" or folder.startswith(".") for folder in folders):
+            yield document
+
+
+def anchors(document):
+    """The names under which the headings of a document can be linked to, as code hosts make them."""
+    text = CODE_BLOCK.sub("", document.read_text(encoding="utf-8"))
+    for heading in HEADING.findall(text):
+        yield re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+
+
+def broken_links(root):
+    for document in documents(root):
+        for target, anchor in LINK.findall(document.read_text(encoding="utf-8")):
+            if "://" in target or target.startswith("mailto:"):
+                continue
+            place = document.parent / target if target else document
+            name = document.relative_to(root)
+            if not place.exists():
+                yield f"{name} links to {target}, which is not there"
+            elif anchor and anchor not in anchors(place):
+                yield f"{name} links to the heading {anchor} of {place.name}, which is not there"
+
+
 def breaches(root):
     readme = (root / "README.md").read_text(encoding="utf-8")
     rows = "\n".join(line for line in readme.splitlines() if line.startswith("|"))
@@ -34,10 +65,7 @@ def breaches(root):
             yield f'README.md has no row for "{text}" of {name}'
     if told == 0:
         yield "no error lines found in the sources: the pattern is out of date"
-    for document in [*root.glob("*.md"), *(root / "docs").glob("*.md")]:
-        for target in LINK.findall(document.read_text(encoding="utf-8")):
-            if "://" not in target and not (document.parent / target).exists():
-                yield f"{document.name} links to {target}, which is not there"
+    yield from broken_links(root)
 
 
 def main():
