@@ -7,6 +7,7 @@
 #include "batch/opcvthread.h"
 #include "batch/stabilizerhost.h"
 #include "stabilizer/camerapath.h"
+#include "support/files.h"
 #include "support/testhome.h"
 
 #include <QFile>
@@ -62,6 +63,7 @@ private slots:
     void EachButtonCommits_data();
     void EachButtonCommits();
     void CopyTest();
+    void CopyTestSparesTheSource();
 
 private:
     [[nodiscard]] QString File(const char* name) const
@@ -386,6 +388,14 @@ void JobsTest::CopyTest()
     QCOMPARE(CountFrames(File("Export.mp4")), ShortFrames);
     QCOMPARE(Window->Word(), QStringLiteral("IDLE"));
     QVERIFY(!QFile::exists(File("Tracking.dat")));
+}
+
+void JobsTest::CopyTestSparesTheSource()
+{
+    const QByteArray source = ReadBytes(Short);
+    Window->SetText("lineEditExportVideo", Short);
+    (*Window)->on_pushButtonTest_clicked();
+    QCOMPARE(ReadBytes(Short), source);
 }
 
 QTEST_MAIN(JobsTest)

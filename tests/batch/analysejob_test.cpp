@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "batch/batchsetup.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "batch/pairjobs.h"
 #include "batch/scriptedstabilizer.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "batch/batchsetup.h"
-#include "batch/files.h"
 #include "stabilizer/posrotstabilizer.h"
 #include "support/doublelists.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"
 

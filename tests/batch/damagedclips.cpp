@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "batch/damagedclips.h"
 
-#include "batch/files.h"
+#include "batch/filefields.h"
+#include "support/files.h"
 #include "support/seededrandom.h"
 
 #include <opencv2/core.hpp>

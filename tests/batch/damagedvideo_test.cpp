@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "batch/batchsetup.h"
 #include "batch/damagedclips.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "batch/scriptedstabilizer.h"
 #include "player/captureprobe.h"
 #include "stabilizer/posrotstabilizer.h"
+#include "support/files.h"
 #include "support/memorylimit.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "batch/datafilemodel.h"
 #include "batch/datafilemutator.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "project/project.h"
 #include "stabilizer/posrotstabilizer.h"
+#include "support/files.h"
 #include "support/fuzzrun.h"
 #include "support/memorylimit.h"
 #include "support/samebits.h"

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "batch/exportsetup.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "stabilizer/camerapath.h"
 #include "stabilizer/posrotstabilizer.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <QFile>

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "batch/exportsetup.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "stabilizer/camerapath.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <opencv2/videoio.hpp>

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "batch/batchsetup.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "stabilizer/posrotstabilizer.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "batch/pairjobs.h"
 
-#include "batch/files.h"
 #include "batch/jobstate.h"
 #include "batch/scriptedstabilizer.h"
+#include "support/files.h"
 #include "support/testvideo.h"
 
 #include <QTest>

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "batch/batchsetup.h"
-#include "batch/files.h"
 #include "batch/stabilizerhost.h"
 #include "stabilizer/posrotstabilizer.h"
 #include "support/messageguard.h"

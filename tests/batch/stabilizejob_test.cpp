@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "batch/pairjobs.h"
 #include "batch/stabilizesetup.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <QtTest>

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "batch/stabilizerhost.h"
 #include "batch/batchsetup.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "batch/jobstate.h"
 #include "batch/opcvthread.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"
 

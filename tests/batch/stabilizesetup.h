@@ -2,10 +2,11 @@
 #pragma once
 
 #include "batch/batchsetup.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "batch/opcvthread.h"
 #include "batch/scriptedstabilizer.h"
 #include "batch/stabilizerhost.h"
+#include "support/files.h"
 #include "support/testvideo.h"
 
 #include <QDir>

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "batch/opcvthread.h"
 #include "batch/stabilizerhost.h"
 #include "batch/stabilizesetup.h"
 #include "batch/workersetup.h"
 #include "stabilizer/posrotstabilizer.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <opencv2/imgproc.hpp>

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "batch/videofile.h"
 #include "batch/batchsetup.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "batch/files.h"
 #include "batch/opcvthread.h"
 #include "batch/stabilizerhost.h"
 #include "batch/workersetup.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"
 

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "batch/batchsetup.h"
-#include "batch/files.h"
+#include "batch/filefields.h"
 #include "batch/opcvthread.h"
 #include "batch/stabilizerhost.h"
 #include "batch/workersetup.h"
 #include "stabilizer/camerapath.h"
 #include "stabilizer/posrotstabilizer.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"
 

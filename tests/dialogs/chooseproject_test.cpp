@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/dialogguard.h"
-#include "dialogs/homefiles.h"
 #include "dialogs/showndialogs.h"
 #include "project/filedialogs.h"
+#include "support/files.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
 
@@ -107,8 +107,8 @@ void ChooseProjectTest::init()
     Parent = std::make_unique<QTemporaryDir>();
     Directory = In(QStringLiteral("Old"));
     File = In(QStringLiteral("Old/Old.mvprj"));
-    QVERIFY(WriteBytes(File, "old"));
-    QVERIFY(WriteBytes(In(QStringLiteral("Done/Done.mvprj")), "done"));
+    WriteBytes(File, "old");
+    WriteBytes(In(QStringLiteral("Done/Done.mvprj")), "done");
     QVERIFY(QDir().mkpath(In(QStringLiteral("Empty"))));
     QVERIFY(QDir().mkpath(In(QStringLiteral("Blocked/Blocked.mvprj"))));
 }
@@ -248,7 +248,7 @@ void ChooseProjectTest::MakesNoDirectoryForAFileInItsOwn()
 void ChooseProjectTest::FileInAnotherDirectoryStays()
 {
     const QString file = File;
-    QVERIFY(WriteBytes(In(QStringLiteral("Empty/Other.mvprj")), "other"));
+    WriteBytes(In(QStringLiteral("Empty/Other.mvprj")), "other");
     Type(QStringLiteral("Empty/Other.mvprj"), false);
     QCOMPARE(File, file);
     QCOMPARE(ReadBytes(In(QStringLiteral("Empty/Other.mvprj"))), QByteArray("other"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "support/files.h"
 #include "userhands/answermodal.h"
 
 #include <QTest>
@@ -116,7 +117,7 @@ void ChoosersTest::StartsAtItsOwnFile()
 {
     QFETCH(QByteArray, button);
     const QString path = InHome(QStringLiteral("place/own.file"));
-    QVERIFY(WriteBytes(path, "x"));
+    WriteBytes(path, "x");
     Choose(button, path);
     const ShownFileDialog shown = CancelledFileDialog([&] { Window->Click(button); });
     QCOMPARE(shown.Directory, InHome(QStringLiteral("place")));

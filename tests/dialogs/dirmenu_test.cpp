@@ -2,6 +2,7 @@
 #include "dialogs/dialogguard.h"
 #include "dialogs/quickdirectories.h"
 #include "dialogs/showndialogs.h"
+#include "support/files.h"
 #include "userhands/answermodal.h"
 
 #include <QFileDialog>
@@ -226,7 +227,7 @@ void DirMenuTest::RemoveInvalid()
 {
     const QTemporaryDir directory;
     QVERIFY(QDir().mkpath(directory.filePath(QStringLiteral("sub"))));
-    QVERIFY(WriteBytes(directory.filePath(QStringLiteral("file")), "x"));
+    WriteBytes(directory.filePath(QStringLiteral("file")), "x");
     Quick->Project.SourceFile = directory.filePath(QStringLiteral("clip.mov"));
     Quick->Config.ProjectFile = directory.filePath(QStringLiteral("sub/P.mvprj"));
     const QString gone = directory.filePath(QStringLiteral("gone"));

@@ -3,6 +3,7 @@
 
 #include "dialogs/dialogguard.h"
 #include "dialogs/quickdirectories.h"
+#include "support/files.h"
 
 #include <QMetaMethod>
 #include <QTest>
@@ -163,7 +164,7 @@ void DirSettingsTest::OkHides()
 
 void DirSettingsTest::OkWritesTheConfiguration()
 {
-    QVERIFY(WriteBytes(ConfigurationPath(), ""));
+    WriteBytes(ConfigurationPath(), "");
     Quick->Config.ProjectFile = QStringLiteral("/p/P.mvprj");
     Quick->Fill({"/a", "/b"});
     Quick->Press(QDialogButtonBox::Ok);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "support/files.h"
 #include "userhands/answermodal.h"
 
 #include <QFile>

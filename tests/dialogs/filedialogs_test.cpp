@@ -2,8 +2,8 @@
 #include "project/filedialogs.h"
 
 #include "dialogs/dialogguard.h"
-#include "dialogs/homefiles.h"
 #include "dialogs/showndialogs.h"
+#include "support/files.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
 
@@ -51,7 +51,7 @@ void FileDialogsTest::init()
 {
     Guard = std::make_unique<MessageGuard>();
     Directory = std::make_unique<QTemporaryDir>();
-    QVERIFY(WriteBytes(File(QStringLiteral("here.dat")), "x"));
+    WriteBytes(File(QStringLiteral("here.dat")), "x");
     SidebarUrls = {QUrl::fromLocalFile(Directory->path()), QUrl::fromLocalFile(Home.Path())};
 }
 

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/homefiles.h"
+#include "support/files.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -35,24 +34,6 @@ QJsonObject ReadObject(const QString& path)
     return QJsonDocument::fromJson(ReadBytes(path)).object();
 }
 
-bool WriteBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
-           file.write(bytes) == bytes.size();
-}
-
-bool WriteObject(const QString& path, const QJsonObject& object)
-{
-    return WriteBytes(path, QJsonDocument(object).toJson());
-}
-
-QByteArray ReadBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QJsonObject SmallProject(const QString& source)
 {
     return {{"SourceFile", source}, {"TrackingFile", "/data/T.dat"},
@@ -82,12 +63,12 @@ QStringList QuickDirectories()
     return ConfigurationList(QStringLiteral("DirList"), QStringLiteral("Dir"));
 }
 
-bool WriteConfiguration(const QString& projectFile, bool autoLoad, const QStringList& recent,
+void WriteConfiguration(const QString& projectFile, bool autoLoad, const QStringList& recent,
                         const QStringList& directories)
 {
-    return WriteObject(ConfigurationPath(),
-                       {{"ProjectFile", projectFile},
-                        {"AutoLoadLastProject", autoLoad},
-                        {"RecentList", ArrayOf(recent, QStringLiteral("ProjectFile"))},
-                        {"DirList", ArrayOf(directories, QStringLiteral("Dir"))}});
+    WriteObject(ConfigurationPath(),
+                {{"ProjectFile", projectFile},
+                 {"AutoLoadLastProject", autoLoad},
+                 {"RecentList", ArrayOf(recent, QStringLiteral("ProjectFile"))},
+                 {"DirList", ArrayOf(directories, QStringLiteral("Dir"))}});
 }

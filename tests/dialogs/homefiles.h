@@ -13,13 +13,6 @@
 /** The object in a JSON file; empty when there is none. */
 [[nodiscard]] QJsonObject ReadObject(const QString& path);
 
-/** Writes @p bytes to a file, whose directory is made. @return false on failure */
-bool WriteBytes(const QString& path, const QByteArray& bytes);
-bool WriteObject(const QString& path, const QJsonObject& object);
-
-/** All bytes of a file; empty when there is none. */
-[[nodiscard]] QByteArray ReadBytes(const QString& path);
-
 /** A project file with what the command line asks of one, and a source of its own. */
 [[nodiscard]] QJsonObject SmallProject(const QString& source);
 
@@ -29,6 +22,6 @@ bool WriteObject(const QString& path, const QJsonObject& object);
 [[nodiscard]] QStringList QuickDirectories();  ///< of the configuration file
 
 /** Puts a configuration file into the home directory. */
-bool WriteConfiguration(const QString& projectFile, bool autoLoad,
+void WriteConfiguration(const QString& projectFile, bool autoLoad,
                         const QStringList& recent = QStringList(),
                         const QStringList& directories = QStringList());

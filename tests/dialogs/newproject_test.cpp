@@ -2,6 +2,7 @@
 #include "batch/jobstate.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "support/files.h"
 #include "userhands/answermodal.h"
 
 #include <QDir>
@@ -164,7 +165,7 @@ void NewProjectTest::OldProjectStaysInItsPlace()
 void NewProjectTest::OverAnExistingProject()
 {
     const QString file = InHome(QStringLiteral("Molvane/Trip/Trip.mvprj"));
-    QVERIFY(WriteObject(file, SmallProject(QStringLiteral("/videos/clip.mov"))));
+    WriteObject(file, SmallProject(QStringLiteral("/videos/clip.mov")));
     NewProject(QStringLiteral("Trip/Trip.mvprj"));
     QCOMPARE(ReadObject(file).value("SourceFile").toString(), QStringLiteral("Source.mp4"));
     QCOMPARE(ReadObject(file).value("MaxTrackingPoints").toInt(), 800);

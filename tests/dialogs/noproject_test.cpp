@@ -6,6 +6,7 @@
 #include "dialogs/showndialogs.h"
 #include "dialogs/startedwindow.h"
 #include "stabilizer/camerapath.h"
+#include "support/files.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
 
@@ -48,8 +49,8 @@ void NoProjectTest::init()
     Guard = std::make_unique<MessageGuard>();
     Home = std::make_unique<TestHome>();
     Last = Home->Path(QStringLiteral("Last/Last.mvprj"));
-    QVERIFY(WriteObject(Last, SmallProject(QStringLiteral("/videos/last.mov"))));
-    QVERIFY(WriteConfiguration(Last, false));
+    WriteObject(Last, SmallProject(QStringLiteral("/videos/last.mov")));
+    WriteConfiguration(Last, false);
     Content = ReadBytes(Last);
 }
 
@@ -95,7 +96,7 @@ void NoProjectTest::TitleShowsTheStoredPath()
     QFETCH(QString, stored);
     QFETCH(QString, title);
     const QString path = stored.isEmpty() ? QString() : Home->Path(stored);
-    QVERIFY(WriteConfiguration(path, false));
+    WriteConfiguration(path, false);
     const StartedWindow window;
     QCOMPARE(window.Title(), title);
     QCOMPARE(window.Log(), QStringList());
@@ -145,7 +146,7 @@ void NoProjectTest::SavingWritesTheForm()
 
 void NoProjectTest::SavingWithoutAFileAsksForOne()
 {
-    QVERIFY(WriteConfiguration(Home->Path(QStringLiteral("gone.mvprj")), false));
+    WriteConfiguration(Home->Path(QStringLiteral("gone.mvprj")), false);
     const TestWindow window;
     const ShownQuestion shown =
         CancelledQuestion([&window] { window.Find<QAction>("actionsave_project")->trigger(); });

@@ -2,6 +2,7 @@
 #include "batch/jobstate.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "support/files.h"
 #include "userhands/answermodal.h"
 
 #include <QTest>
@@ -40,7 +41,7 @@ private:
     {
         return {QString::fromLatin1(opened), NotOpened(source), NotOpened(source)};
     }
-    void MakeTrip() { QVERIFY(WriteObject(Trip(), SmallProject(Clip))); }
+    void MakeTrip() { WriteObject(Trip(), SmallProject(Clip)); }
 };
 
 void OpenProjectTest::ShowsTheProject()
@@ -136,7 +137,7 @@ void OpenProjectTest::MissingFile()
 
 void OpenProjectTest::NoJson()
 {
-    QVERIFY(WriteBytes(Trip(), "not a project"));
+    WriteBytes(Trip(), "not a project");
     OpenProject(Trip());
     QCOMPARE(NewLines(), LinesOf("Run      Project file opened!", QStringLiteral("Source.mp4")));
     QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("Source.mp4"));
@@ -147,7 +148,7 @@ void OpenProjectTest::NoJson()
 void OpenProjectTest::OldExtension()
 {
     const QString old = InHome(QStringLiteral("Trip/Trip.json"));
-    QVERIFY(WriteObject(old, SmallProject(Clip)));
+    WriteObject(old, SmallProject(Clip));
     OpenProject(old);
     QCOMPARE((*Window)->windowTitle(), QStringLiteral("IDLE Trip.json @ Molvane"));
     QCOMPARE(NewLines(), LinesOf("Run      Project file opened!", Clip));

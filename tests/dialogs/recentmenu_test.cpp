@@ -2,6 +2,7 @@
 #include "batch/jobstate.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "support/files.h"
 
 #include <QAction>
 #include <QMenu>
@@ -41,8 +42,8 @@ private:
 QString RecentMenuTest::Make(const QString& name) const
 {
     const QString path = InHome(name + QStringLiteral(".mvprj"));
-    return WriteObject(path, SmallProject(QStringLiteral("/videos/%1.mov").arg(name))) ? path
-                                                                                       : QString();
+    WriteObject(path, SmallProject(QStringLiteral("/videos/%1.mov").arg(name)));
+    return path;
 }
 
 void RecentMenuTest::NewestAtTheBottom()

@@ -2,6 +2,7 @@
 #include "batch/jobstate.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "support/files.h"
 #include "userhands/answermodal.h"
 
 #include <QFile>

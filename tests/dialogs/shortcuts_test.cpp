@@ -3,6 +3,7 @@
 #include "batch/jobstate.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "support/files.h"
 #include "support/toplevels.h"
 #include "userhands/answermodal.h"
 

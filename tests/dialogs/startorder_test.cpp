@@ -3,6 +3,7 @@
 #include "dialogs/homefiles.h"
 #include "dialogs/startedwindow.h"
 #include "project/filedialogs.h"
+#include "support/files.h"
 #include "support/testhome.h"
 
 #include <QFile>
@@ -95,7 +96,7 @@ void StartOrderTest::cleanup()
 
 void StartOrderTest::ConfigurationIsWrittenTwice()
 {
-    QVERIFY(WriteConfiguration(QStringLiteral("/gone.mvprj"), false));
+    WriteConfiguration(QStringLiteral("/gone.mvprj"), false);
     const WriteCounter counter(ConfigurationPath());
     const StartedWindow window;
     QCOMPARE(counter.Count(), 2);  // no project is opened, which would write it too
@@ -104,7 +105,7 @@ void StartOrderTest::ConfigurationIsWrittenTwice()
 void StartOrderTest::NoConfigurationWithoutItsDirectory()
 {
     const QString path = Home->Path(QStringLiteral("Trip.mvprj"));
-    QVERIFY(WriteObject(path, SmallProject(QStringLiteral("/videos/trip.mov"))));
+    WriteObject(path, SmallProject(QStringLiteral("/videos/trip.mov")));
     const StartedWindow window(path);
     QCOMPARE(window.Title(), QStringLiteral("IDLE Trip.mvprj @ Molvane"));
     QVERIFY(!QFile::exists(Home->Path(QStringLiteral("Molvane"))));
@@ -113,7 +114,7 @@ void StartOrderTest::NoConfigurationWithoutItsDirectory()
 void StartOrderTest::QuickDirectoriesKeepTheirOrder()
 {
     const QStringList directories = {"/a", "#SrcVideoFileDir", "/c"};
-    QVERIFY(WriteConfiguration(StartProjectPath(), true, {}, directories));
+    WriteConfiguration(StartProjectPath(), true, {}, directories);
     for (int i = 0; i < 3; ++i)
     {
         const StartedWindow window;
@@ -137,10 +138,9 @@ void StartOrderTest::SidebarKnowsTheProject()
     const QString path = Home->Path(QStringLiteral("projects/Trip/Trip.mvprj"));
     QJsonObject project = SmallProject(QStringLiteral("/videos/trip.mov"));
     project["ExportFile"] = QStringLiteral("/exports/trip.mp4");
-    QVERIFY(WriteObject(path, project));
-    QVERIFY(
-        WriteConfiguration(QStringLiteral("/old/Old/Old.mvprj"), false, {},
-                           {"/c", "#ProjectFilesDir", "#SrcVideoFileDir", "#ExportVideoFileDir"}));
+    WriteObject(path, project);
+    WriteConfiguration(QStringLiteral("/old/Old/Old.mvprj"), false, {},
+                       {"/c", "#ProjectFilesDir", "#SrcVideoFileDir", "#ExportVideoFileDir"});
     const StartedWindow window(path);
     // The second time the entries are taken from the last to the first of the flipped tree.
     const QList<QUrl> expected = {
@@ -154,8 +154,8 @@ void StartOrderTest::SidebarKnowsTheProject()
 
 void StartOrderTest::SidebarWithoutAProject()
 {
-    QVERIFY(WriteConfiguration(QStringLiteral("/old/Old/Old.mvprj"), false, {},
-                               {"#SrcVideoFileDir", "#ProjectFilesDir"}));
+    WriteConfiguration(QStringLiteral("/old/Old/Old.mvprj"), false, {},
+                       {"#SrcVideoFileDir", "#ProjectFilesDir"});
     const StartedWindow window;
     const QList<QUrl> expected = {QUrl(), QUrl::fromLocalFile("/old")};
     QCOMPARE(SidebarUrls, expected);

@@ -5,6 +5,7 @@
 #include "dialogs/startedwindow.h"
 #include "dialogs/starttrace.h"
 #include "project/filedialogs.h"
+#include "support/files.h"
 #include "support/testhome.h"
 
 #include <QApplication>
@@ -106,12 +107,13 @@ QStringList StartStepsTest::Turned(const QStringList& list)
 QString StartStepsTest::MakeTrip(const char* name) const
 {
     const QString path = Home->Path(QString::fromLatin1(name));
-    return WriteObject(path, SmallProject(QStringLiteral("/videos/trip.mov"))) ? path : QString();
+    WriteObject(path, SmallProject(QStringLiteral("/videos/trip.mov")));
+    return path;
 }
 
 void StartStepsTest::NothingOpens()
 {
-    QVERIFY(WriteConfiguration(Old, false, {}, Directories));
+    WriteConfiguration(Old, false, {}, Directories);
     StartTrace trace;
     const StartedWindow window;
     // No project: the source has no directory yet.
@@ -125,7 +127,7 @@ void StartStepsTest::NothingOpens()
 void StartStepsTest::ArgumentOpens()
 {
     const QString trip = MakeTrip("projects/Trip/Trip.mvprj");
-    QVERIFY(WriteConfiguration(Old, true, {}, Directories));
+    WriteConfiguration(Old, true, {}, Directories);
     StartTrace trace;
     const StartedWindow window(trip);
     const QStringList expected =
@@ -140,7 +142,7 @@ void StartStepsTest::ArgumentOpens()
 void StartStepsTest::OldExtensionIsInTheTitleUntilTheEnd()
 {
     const QString last = MakeTrip("Trip.json");
-    QVERIFY(WriteConfiguration(last, true));
+    WriteConfiguration(last, true);
     StartTrace trace;
     const StartedWindow window;
     const QStringList story = trace.Story();
@@ -153,7 +155,7 @@ void StartStepsTest::OldExtensionIsInTheTitleUntilTheEnd()
 void StartStepsTest::BadArgumentIsToldBeforeTheLastProjectOpens()
 {
     const QString last = MakeTrip("Last.mvprj");
-    QVERIFY(WriteConfiguration(last, true, {}, Directories));
+    WriteConfiguration(last, true, {}, Directories);
     StartTrace trace;
     const StartedWindow window(Home->Path(QStringLiteral("bad.mvprj")));
     const QString above = Home->Path().section(QLatin1Char('/'), 0, -2);
@@ -200,10 +202,12 @@ void StartStepsTest::StyleSheetOfTheConfiguration()
 {
     QFETCH(bool, isThere);
     const QString sheet = Home->Path(QStringLiteral("look.css"));
-    QVERIFY(!isThere || WriteBytes(sheet, "QLabel { color: #010203 }"));
-    QVERIFY(
-        WriteObject(ConfigurationPath(),
-                    {{"ProjectFile", Old}, {"AutoLoadLastProject", false}, {"StyleSheet", sheet}}));
+    if (isThere)
+    {
+        WriteBytes(sheet, "QLabel { color: #010203 }");
+    }
+    WriteObject(ConfigurationPath(),
+                {{"ProjectFile", Old}, {"AutoLoadLastProject", false}, {"StyleSheet", sheet}});
     const StartedWindow window;
     const QByteArray expected = isThere ? QByteArray("QLabel { color: #010203 }")
                                         : ReadBytes(QStringLiteral(":/l/Logos/standard.css"));

@@ -4,6 +4,7 @@
 #include "batch/stabilizerhost.h"
 #include "dialogs/homefiles.h"
 #include "project/filedialogs.h"
+#include "support/files.h"
 
 #include <QActionEvent>
 #include <QApplication>

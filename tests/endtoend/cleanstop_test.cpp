@@ -3,6 +3,7 @@
 #include "dialogs/homefiles.h"
 #include "endtoend/closingwindow.h"
 #include "endtoend/heldpipe.h"
+#include "support/files.h"
 #include "support/loglines.h"
 
 #include <QFile>

@@ -291,6 +291,35 @@ void SimplePlotTest::AppendContinues()
     QCOMPARE(Samples(plot.CurveItems().value(0)), QStringLiteral("7:1 1.5:15"));
 }
 
+void SimplePlotTest::AppendOutOfRangeIsLeft_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("count");
+    QTest::newRow("no such curve") << 1 << 0 << 1;
+    QTest::newRow("a curve in front of the first") << -1 << 0 << 1;
+    QTest::newRow("from in front of the values") << 0 << -1 << 1;
+    QTest::newRow("nothing") << 0 << 0 << 0;
+    QTest::newRow("less than nothing") << 0 << 0 << -1;
+    QTest::newRow("one value too many") << 0 << 0 << 4;
+    QTest::newRow("beyond the last value") << 0 << 2 << 2;
+    QTest::newRow("an end beyond all numbers") << 0 << 2 << std::numeric_limits<int>::max();
+}
+
+void SimplePlotTest::AppendOutOfRangeIsLeft()
+{
+    QFETCH(int, index);
+    QFETCH(int, first);
+    QFETCH(int, count);
+    PlotProbe plot;
+    plot.AddCurve(QString(), Qt::red, 1.0);
+    plot.SetCurveData(0, {7.0, 8.0}, {0.0, 1.0});
+    plot.AppendCurveData(index, {1.0, 2.0, 3.0}, first, count);
+    plot.Rescale();
+    QCOMPARE(plot.CurveItems().size(), 1);
+    QCOMPARE(Samples(plot.CurveItems().value(0)), QStringLiteral("0:7 1:8"));
+}
+
 void SimplePlotTest::AppendShiftsAtTheLimit()
 {
     constexpr int limit = 3000000;

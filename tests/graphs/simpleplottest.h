@@ -57,6 +57,8 @@ private slots:
     void BadCurveDataChangesNothing();
     void EmptyDataKeepsTheDrawnCurve();
     void AppendContinues();
+    void AppendOutOfRangeIsLeft_data();
+    void AppendOutOfRangeIsLeft();
     void AppendShiftsAtTheLimit();
     void DetachKeepsTheRecords();
     void ClearTakesEverything();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "project/jsonaccess.h"
-#include "project/settingsfiles.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/log.h"
-#include "project/settingsfiles.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <QCheckBox>

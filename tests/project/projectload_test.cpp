@@ -2,6 +2,7 @@
 #include "project/project.h"
 #include "project/projectfields.h"
 #include "project/settingsfiles.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <QJsonArray>

@@ -2,7 +2,7 @@
 #include "project/axisfiltersettings_json.h"
 #include "project/project.h"
 #include "project/projectfields.h"
-#include "project/settingsfiles.h"
+#include "support/files.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "project/configuration.h"
 #include "project/settingsfiles.h"
+#include "support/files.h"
 #include "support/testhome.h"
 
 #include <QDir>

@@ -1,32 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "project/settingsfiles.h"
+#include "support/files.h"
 
-#include <QFile>
 #include <QJsonDocument>
-
-void WriteBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-    {
-        qFatal("cannot write %s", qPrintable(path));
-    }
-}
-
-QByteArray ReadBytes(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-    {
-        qFatal("cannot read %s", qPrintable(path));
-    }
-    return file.readAll();
-}
-
-void WriteObject(const QString& path, const QJsonObject& object)
-{
-    WriteBytes(path, QJsonDocument(object).toJson(QJsonDocument::Compact));
-}
 
 QJsonObject ReadObject(const QString& path)
 {

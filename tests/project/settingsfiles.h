@@ -7,14 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-/** Files as raw bytes and as objects, past the code under test. */
-
-void WriteBytes(const QString& path, const QByteArray& bytes);  ///< ends the program when it cannot
-
-/** All bytes; ends the program when there is no such file. */
-[[nodiscard]] QByteArray ReadBytes(const QString& path);
-
-void WriteObject(const QString& path, const QJsonObject& object);
+/** Settings files and their lists, past the code under test. */
 
 /** Ends the program when the file holds no object. */
 [[nodiscard]] QJsonObject ReadObject(const QString& path);

@@ -2,8 +2,8 @@
 #include "project/configuration.h"
 #include "project/project.h"
 #include "project/projectfields.h"
-#include "project/settingsfiles.h"
 #include "project/settingsmutator.h"
+#include "support/files.h"
 #include "support/fuzzrun.h"
 #include "support/testhome.h"
 

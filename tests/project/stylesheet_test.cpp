@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/programapplication.h"
 #include "project/configuration.h"
-#include "project/settingsfiles.h"
+#include "support/files.h"
 #include "support/messageguard.h"
 
 #include <QApplication>

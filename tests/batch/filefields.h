@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-// Files as bytes, built without the code under test.
+// The fields of data files as bytes, built without the code under test.
 
 /** Bytes from a hex dump; blanks are skipped. */
 [[nodiscard]] QByteArray Hex(const char* dump);
@@ -19,12 +19,6 @@
 
 /** The path as the first 256 bytes of a matching file. @p path has at most 255 bytes. */
 [[nodiscard]] QByteArray PathField(const QByteArray& path);
-
-/** Writes @p bytes; the test has no use for a result, so a failure is fatal. */
-void WriteBytes(const QString& path, const QByteArray& bytes);
-
-/** All bytes of a file, or "no file" when it cannot be read. */
-[[nodiscard]] QByteArray ReadBytes(const QString& path);
 
 /** Copies @p path, at most 511 bytes of it, into a field of the paths' block. */
 void SetField(char (&field)[512], const QString& path);

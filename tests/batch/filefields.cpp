@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "batch/files.h"
+#include "batch/filefields.h"
 
 #include <QFile>
 
@@ -28,21 +28,6 @@ QByteArray Zeros(int count)
 QByteArray PathField(const QByteArray& path)
 {
     return path + Zeros(256 - path.size());
-}
-
-void WriteBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-    {
-        qFatal("Cannot write %s", qPrintable(path));
-    }
-}
-
-QByteArray ReadBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("no file");
 }
 
 void SetField(char (&field)[512], const QString& path)
