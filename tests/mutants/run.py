@@ -112,7 +112,7 @@ def main():
             print(f"{fault[0]}: {line} -> {fault[2].strip() or 'nothing'}: {outcome} "
                   f"({time.monotonic() - start:.0f} s)", flush=True)
     print(f"{noticed} of {count} faults noticed, {errors} errors")
-    return 0 if errors == 0 and noticed >= SHARE * count else 1
+    return 0 if count > 0 and errors == 0 and noticed >= SHARE * count else 1
 
 
 if __name__ == "__main__":
