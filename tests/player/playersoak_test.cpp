@@ -108,6 +108,7 @@ private:
     void WaitForEnd() const;
     void OpenPlayer();
     void Play(int frames);
+    [[nodiscard]] int DrawFrame();
     void Seek();
     void ChangeLook();
     [[nodiscard]] qint64 BytesInUsualLook();
@@ -230,29 +231,37 @@ void PlayerSoakTest::ChangeLook()
     }
 }
 
-/** To some frame with others behind it, by slider, by field or back to the start. */
+/**
+ * Some frame with others behind it that slider and field would seek: not the frame that was sought
+ * last, nor the one that the field shows. "Reset" may have sought the first one.
+ */
+int PlayerSoakTest::DrawFrame()
+{
+    int frame = 0;
+    while (frame == 0 || frame == LastSought || frame == (*Player)->Number("spinBoxIdx"))
+    {
+        frame = Dice.bounded(Frames - 1);
+    }
+    return frame;
+}
+
+/** By slider, by field or back to the start. */
 void PlayerSoakTest::Seek()
 {
-    int frame = Dice.bounded(Frames - 1);
-    // The frame that was sought last, or that the field shows, would not be sought again.
-    if (frame == LastSought || frame == (*Player)->Number("spinBoxIdx"))
-    {
-        frame = frame == 0 ? 1 : frame - 1;
-    }
+    int frame = 0;
     switch (Dice.bounded(5))
     {
         case 0:
-            frame = 0;
             (*Player)->Click("pushButtonReset");
             break;
         case 1:
         case 2:
+            frame = LastSought = DrawFrame();
             Player->DragSlider(frame);
-            LastSought = frame;
             break;
         default:
+            frame = LastSought = DrawFrame();
             (*Player)->Type("spinBoxIdx", frame);
-            LastSought = frame;
             break;
     }
     ++Seeks;
