@@ -74,10 +74,14 @@ public slots:
      */
     void View(ViewType Type);
 
-    void SetFPS(int FPS);      ///< pace of the play, frames per second
-    void SetZoom(double f);    ///< size of both pictures over that of the frame, above 0.0
-    void TimeChanged(int n);   ///< seeks to the minutes and seconds on show
-    void SetPosition(int n);   ///< seeks to a frame, unless it was the last one sought
+    void SetFPS(int FPS);     ///< pace of the play, frames per second
+    void SetZoom(double f);   ///< size of both pictures over that of the frame, above 0.0
+    void TimeChanged(int n);  ///< seeks to the minutes and seconds on show
+    /**
+     * Seeks to a frame. Deliberate: not to the one that was sought last, even when a play has moved
+     * on since, as the controls are connected several times over.
+     */
+    void SetPosition(int n);
     void SetSliderPosition();  ///< the same for the slider
 
     void Open();   ///< the project's source; a video that does not open counts 0 frames
