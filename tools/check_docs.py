@@ -3,8 +3,8 @@
 """Checks the documents against the sources: check_docs.py [ROOT]
 
 Each text that the program logs as an error must stand in README.md's table of lines, and each link of the Markdown
-files must lead to a file or folder, and to a heading if it names one. Prints each breach; exit status 1 if
-any.
+files must lead to a file or folder, and to a heading if it names one. Prints each breach; exit
+status 1 if any.
 """
 import re
 import sys
