@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/endguard.h"
-#include "graphs/graphwindowsuites.h"
 #include "graphs/graphwindowtest.h"
 #include "graphs/treehands.h"
 #include "support/testhome.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QTest>
 
@@ -215,13 +213,4 @@ void GraphWindowTest::LoadSavesNothing()
     QVERIFY(Proj().GlobalIgnoreSections.empty());
 }
 
-/** Three classes, one after the other. @return the number of tests that failed */
-int main(int argc, char* argv[])
-{
-    QApplication application(argc, argv);
-    GraphWindowTest settings;
-    int failures = QTest::qExec(&settings, argc, argv);
-    failures += QTest::qExec(NewGraphFormTest().get(), argc, argv);
-    failures += QTest::qExec(NewGraphDisplayTest().get(), argc, argv);
-    return failures;
-}
+QTEST_MAIN(GraphWindowTest)

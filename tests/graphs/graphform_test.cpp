@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
+#include "app/endguard.h"
 #include "graphs/axistab.h"
 #include "graphs/graphformrows.h"
-#include "graphs/graphwindowsuites.h"
-
-#include "app/endguard.h"
+#include "support/testhome.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QMetaMethod>
 #include <QScrollArea>
 #include <QTest>
+
+namespace
+{
+const TestHome Home;
+}  // namespace
 
 /** The form of a graph tab as it stands after construction. */
 class GraphFormTest : public QObject
@@ -212,9 +216,5 @@ void GraphFormTest::PlotIsSetUp()
     QCOMPARE(Tab->Plot().axisTitle(QwtPlot::yLeft).text(), QStringLiteral("down <- up"));
 }
 
-std::unique_ptr<QObject> NewGraphFormTest()
-{
-    return std::make_unique<GraphFormTest>();
-}
-
-#include "graphform.moc"
+QTEST_MAIN(GraphFormTest)
+#include "graphform_test.moc"

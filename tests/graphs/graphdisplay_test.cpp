@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/endguard.h"
 #include "graphs/graphdisplaytest.h"
-#include "graphs/graphwindowsuites.h"
+#include "support/testhome.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -18,6 +18,8 @@
 
 namespace
 {
+const TestHome Home;
+
 constexpr int Frames = 20;
 const QString FrameTitle = QStringLiteral("Frame No.");
 const QString TimeTitle = QStringLiteral("Time [min:sec:ms]");
@@ -284,7 +286,4 @@ void GraphDisplayTest::ShowsAtOnceWhatWasPlottedOnAHiddenPage()
     QCOMPARE(Tab->Span(QwtPlot::yLeft), FlowSpan(Tab->Setup.Path));
 }
 
-std::unique_ptr<QObject> NewGraphDisplayTest()
-{
-    return std::make_unique<GraphDisplayTest>();
-}
+QTEST_MAIN(GraphDisplayTest)
