@@ -36,6 +36,7 @@ struct AnalysedVideo
     {
         Object.FileNames = SampleFile::NamesIn(Dir.path());
         std::vector<cv::Point2f> one;
+        one.reserve(static_cast<std::size_t>(state.range(1)));
         for (int i = 0; i < state.range(1); ++i)
         {
             one.emplace_back(static_cast<float>(i) * 2.3F, static_cast<float>(i) * 1.3F);

@@ -59,7 +59,7 @@ QString WriteAnalysedProject(const QDir& dir, int frames, int type, int depth)
     }
     project.SyncFileNames();
     WriteDataFiles(project, frames);
-    const QString file = dir.filePath(QStringLiteral("video.mvprj"));
+    QString file = dir.filePath(QStringLiteral("video.mvprj"));
     project.Save(file);
     return file;
 }

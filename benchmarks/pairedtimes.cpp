@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <thread>
 
 namespace
@@ -30,7 +31,7 @@ double Quantile(std::vector<double> values, double share)
 {
     std::sort(values.begin(), values.end());
     const double place = share * static_cast<double>(values.size() - 1);
-    return values[static_cast<std::size_t>(place + 0.5)];
+    return values[static_cast<std::size_t>(std::lround(place))];
 }
 }  // namespace
 

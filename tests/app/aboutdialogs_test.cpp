@@ -55,7 +55,7 @@ class SheetAtShow : public QObject
 public:
     explicit SheetAtShow(QWidget* widget) { widget->installEventFilter(this); }
 
-    bool eventFilter(QObject*, QEvent* event) override
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
     {
         if (event->type() == QEvent::Show)
         {

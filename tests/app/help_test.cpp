@@ -235,7 +235,7 @@ void HelpTest::PicturesAreThereAndSmallEnough()
         QVERIFY2(picture.width() <= 900, qPrintable(name));
         bytes += QFileInfo(name).size();
     }
-    QVERIFY(bytes < 700 * 1024);
+    QVERIFY(bytes < 700LL * 1024);
     // None lies in the program without being shown.
     QStringList there = QDir(QStringLiteral(":/screenshots/Screenshots")).entryList();
     for (QString& name : there)

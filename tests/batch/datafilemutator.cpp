@@ -3,6 +3,8 @@
 
 #include <QtEndian>
 
+#include <cstddef>
+
 namespace
 {
 constexpr int NumberSize = 4;
@@ -102,6 +104,6 @@ void DataFileMutator::SetNumber(QByteArray& bytes)
     if (numbers > 0)
     {
         const int place = OneIn(3) ? 0 : Below(numbers);
-        qToLittleEndian<qint32>(Any(Numbers), bytes.data() + place * NumberSize);
+        qToLittleEndian<qint32>(Any(Numbers), bytes.data() + std::ptrdiff_t(place) * NumberSize);
     }
 }

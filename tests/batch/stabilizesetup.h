@@ -15,6 +15,8 @@
 #include <QObject>
 #include <QVector>
 
+#include <algorithm>
+
 /** Bytes of a matching file for @p source with facts that no clip here has: 7 by 9 pixels, 11 Hz.
  */
 [[nodiscard]] inline QByteArray MatchingBytes(const QString& source, const QByteArray& payload)
@@ -33,14 +35,10 @@
 {
     const QString canonical = QFileInfo(path).canonicalFilePath();
     const QDir descriptors(QStringLiteral("/proc/self/fd"));
-    for (const QString& name : descriptors.entryList(QDir::Files | QDir::System))
-    {
-        if (QFile::symLinkTarget(descriptors.filePath(name)) == canonical)
-        {
-            return true;
-        }
-    }
-    return false;
+    const QStringList names = descriptors.entryList(QDir::Files | QDir::System);
+    return std::any_of(names.cbegin(), names.cend(),
+                       [&](const QString& name)
+                       { return QFile::symLinkTarget(descriptors.filePath(name)) == canonical; });
 }
 
 /**

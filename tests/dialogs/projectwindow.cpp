@@ -104,7 +104,7 @@ void ProjectWindowTest::ClickRecent(const QString& entry, Button answer) const
 QStringList ProjectWindowTest::NewLines()
 {
     const QStringList all = Window->Log();
-    const QStringList lines = all.mid(SeenLines);
+    QStringList lines = all.mid(SeenLines);
     SeenLines = all.size();
     return lines;
 }

@@ -41,7 +41,7 @@ private:
 /** Writes a project with the source "/videos/NAME.mov". */
 QString RecentMenuTest::Make(const QString& name) const
 {
-    const QString path = InHome(name + QStringLiteral(".mvprj"));
+    QString path = InHome(name + QStringLiteral(".mvprj"));
     WriteObject(path, SmallProject(QStringLiteral("/videos/%1.mov").arg(name)));
     return path;
 }

@@ -106,7 +106,7 @@ QStringList StartStepsTest::Turned(const QStringList& list)
 
 QString StartStepsTest::MakeTrip(const char* name) const
 {
-    const QString path = Home->Path(QString::fromLatin1(name));
+    QString path = Home->Path(QString::fromLatin1(name));
     WriteObject(path, SmallProject(QStringLiteral("/videos/trip.mov")));
     return path;
 }

@@ -74,15 +74,15 @@ QStringList LinesOfJob(const QStringList& log)
 // What a job leaves behind adds up: of the smallest frame here, 57 600 bytes a job, the fifteen
 // jobs of half the shortest soak keep 860 kB. What stays of good jobs is below 100 kB: the lists of
 // points have room for the most that there ever were.
-constexpr qint64 AllowedHeapGrowth = 400 * 1000;  // bytes
+constexpr qint64 AllowedHeapGrowth = 400LL * 1000;  // bytes
 
 // The video library asks its camera library for what it cannot open as a file, and keeps some
 // 161 kB each time: OpenCV 4.6 alone does so in a loop.
-constexpr qint64 LostByFailedOpening = 165 * 1000;  // bytes
+constexpr qint64 LostByFailedOpening = 165LL * 1000;  // bytes
 
 // The heap need not give back what lies between two living blocks, and the process brings in pages
 // of its libraries late.
-constexpr qint64 AllowedResidentGrowth = 32 * 1000 * 1000;  // bytes
+constexpr qint64 AllowedResidentGrowth = 32LL * 1000 * 1000;  // bytes
 }  // namespace
 
 /** Days in the hands of a restless user, in short: jobs of all kinds, many of them aborted. */

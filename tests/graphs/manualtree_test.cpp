@@ -84,6 +84,7 @@ void ManualTreeTest::SectionsByFirstFrame()
     QFETCH(QVector<int>, firstFrames);
     QFETCH(QStringList, rows);
     std::vector<ManualPathSection> sections;
+    sections.reserve(static_cast<std::size_t>(firstFrames.size()));
     for (int i = 0; i < firstFrames.size(); ++i)
     {
         sections.push_back({{{firstFrames.at(i), static_cast<double>(i)}}});

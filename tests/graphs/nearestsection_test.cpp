@@ -90,6 +90,7 @@ void NearestSectionTest::NearestSection()
     QFETCH(int, frame);
     QFETCH(int, receiver);
     std::vector<ManualPathSection> path;
+    path.reserve(sections.size());
     for (const std::vector<int>& frames : sections)
     {
         path.push_back(SectionAt(frames));

@@ -70,7 +70,7 @@ void CaptureProbe::Shoot(int count)
 
 QStringList CaptureProbe::Take()
 {
-    const QStringList taken = Events;
+    QStringList taken = Events;
     Events.clear();
     return taken;
 }

@@ -50,7 +50,7 @@ QStringList ConverterProbe::Convert(const cv::Mat& frame, int index)
 
 QStringList ConverterProbe::Take()
 {
-    const QStringList taken = Events + Lines.Take();
+    QStringList taken = Events + Lines.Take();
     Events.clear();
     return taken;
 }

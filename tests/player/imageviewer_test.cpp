@@ -142,7 +142,7 @@ void ImageViewerTest::BitsAreItsOwn()
 {
     QFETCH(int, images);
     ImageViewer viewer;
-    std::vector<uchar> bits(60 * 40 * 3, 10);
+    std::vector<uchar> bits(std::size_t(60) * 40 * 3, 10);
     for (int i = 0; i < images; ++i)
     {
         std::fill(bits.begin(), bits.end(), uchar(20 + i));
@@ -164,7 +164,7 @@ void ImageViewerTest::NextImageTakesOver_data()
         << Plain(Qt::blue, 60, 40, QImage::Format_BGR888);
     QTest::newRow("of another format with more bytes")
         << Plain(Qt::blue, 60, 40, QImage::Format_RGB32);
-    static std::vector<uchar> wide(200 * 40, 77);
+    static std::vector<uchar> wide(std::size_t(200) * 40, 77);
     QTest::newRow("with longer lines") << QImage(wide.data(), 60, 40, 200, QImage::Format_RGB888);
 }
 

@@ -48,14 +48,13 @@ private slots:
     void FramesAreNotCopied();
 
 private:
-    std::unique_ptr<CaptureClips> Clips;
+    const CaptureClips Clips{Home.Path()};  // before the rows of the tests, which name them
     std::unique_ptr<MessageGuard> Guard;
 };
 
 void PlayerCaptureTest::initTestCase()
 {
-    Clips = std::make_unique<CaptureClips>(Home.Path());
-    QVERIFY(Clips->Valid);
+    QVERIFY(Clips.Valid);
 }
 
 void PlayerCaptureTest::SignalsAndSlotsInOrder()
@@ -99,18 +98,18 @@ void PlayerCaptureTest::NothingOpen()
 void PlayerCaptureTest::OpenTellsFramesAndPosition()
 {
     CaptureProbe player;
-    QCOMPARE(player.Open(Clips->Ten), 10);
+    QCOMPARE(player.Open(Clips.Ten), 10);
     QCOMPARE(player.Take(), QStringList{"position 0"});  // the first frame is not handed on
     QVERIFY(player.Capture.IsOpen());
     QVERIFY(!player.Capture.IsPlaying());
     QCOMPARE(player.Capture.GetFps(), 25.0);
-    QCOMPARE(player.Open(Clips->Short), 20);  // what the file says
+    QCOMPARE(player.Open(Clips.Short), 20);  // what the file says
 }
 
 void PlayerCaptureTest::OpenFails()
 {
     CaptureProbe player;
-    QCOMPARE(player.Open(Clips->Missing), 0);
+    QCOMPARE(player.Open(Clips.Missing), 0);
     QVERIFY(!player.Capture.IsOpen());
     QCOMPARE(player.Take(), QStringList());
 }
@@ -120,8 +119,8 @@ void PlayerCaptureTest::OpenEndsAPlay_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<int>("frames");
     QTest::addColumn<QStringList>("events");
-    QTest::newRow("a video") << Clips->Ten << 10 << QStringList{"position 0"};
-    QTest::newRow("also a file that does not open") << Clips->Missing << 0 << QStringList();
+    QTest::newRow("a video") << Clips.Ten << 10 << QStringList{"position 0"};
+    QTest::newRow("also a file that does not open") << Clips.Missing << 0 << QStringList();
 }
 
 void PlayerCaptureTest::OpenEndsAPlay()
@@ -129,7 +128,7 @@ void PlayerCaptureTest::OpenEndsAPlay()
     QFETCH(QString, file);
     bool playing = false;
     CaptureProbe player;
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     QVERIFY(player.Capture.IsPlaying());
     connect(&player.Capture, &PlayerCapture::Position, &player.Capture,
             [&] { playing = player.Capture.IsPlaying(); });
@@ -144,9 +143,9 @@ void PlayerCaptureTest::OpenStartsAnew()
     // Kept, the 1800 ms of the old video would put the next report off.
     CaptureProbe player;
     player.Capture.SetIntervall(25);
-    player.Play(Clips->Long, false);
+    player.Play(Clips.Long, false);
     player.Shoot(45);
-    QCOMPARE(player.Open(Clips->Long), 130);
+    QCOMPARE(player.Open(Clips.Long), 130);
     player.Take();
     player.Shoot(49);
     QCOMPARE(player.Take(), OneAhead(49));
@@ -157,7 +156,7 @@ void PlayerCaptureTest::OpenStartsAnew()
 void PlayerCaptureTest::PlayAfterOpenIsOneAhead()
 {
     CaptureProbe player;
-    QCOMPARE(player.Open(Clips->Ten), 10);
+    QCOMPARE(player.Open(Clips.Ten), 10);
     player.Capture.Continue();
     QCOMPARE(player.Take(), QStringList({"position 0", "position 0"}));
     player.Shoot(4);
@@ -179,7 +178,7 @@ void PlayerCaptureTest::GotoInPause()
     QFETCH(int, frame);
     QFETCH(int, shown);
     CaptureProbe player;
-    QCOMPARE(player.Open(Clips->Ten), 10);
+    QCOMPARE(player.Open(Clips.Ten), 10);
     player.Capture.Goto(2);
     player.Take();
     player.Capture.Goto(frame);
@@ -191,7 +190,7 @@ void PlayerCaptureTest::GotoInPause()
 void PlayerCaptureTest::PlayAfterGotoInPauseRepeatsTheNumber()
 {
     CaptureProbe player;
-    QCOMPARE(player.Open(Clips->Ten), 10);
+    QCOMPARE(player.Open(Clips.Ten), 10);
     player.Capture.Goto(5);
     player.Capture.Continue();
     player.Take();
@@ -202,7 +201,7 @@ void PlayerCaptureTest::PlayAfterGotoInPauseRepeatsTheNumber()
 void PlayerCaptureTest::GotoInPlayOnlyMoves()
 {
     CaptureProbe player;
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     player.Shoot(1);
     player.Take();
     player.Capture.Goto(7);
@@ -218,7 +217,7 @@ void PlayerCaptureTest::GotoInPlayOnlyMoves()
 void PlayerCaptureTest::GotoBehindTheLastFrameShowsTheOldOne()
 {
     CaptureProbe player;
-    QCOMPARE(player.Open(Clips->Short), 20);
+    QCOMPARE(player.Open(Clips.Short), 20);
     player.Capture.Goto(3);
     player.Take();
     player.Capture.Goto(15);  // promised, and not there
@@ -237,7 +236,7 @@ void PlayerCaptureTest::GotoWithoutVideoDoesNothing()
 void PlayerCaptureTest::RedrawInPause()
 {
     CaptureProbe player;
-    QCOMPARE(player.Open(Clips->Ten), 10);
+    QCOMPARE(player.Open(Clips.Ten), 10);
     player.Take();
     player.Capture.Redraw();
     player.Capture.Redraw();
@@ -258,7 +257,7 @@ void PlayerCaptureTest::RedrawInPause()
 void PlayerCaptureTest::RedrawInPlayDoesNothing()
 {
     CaptureProbe player;
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     player.Shoot(2);
     player.Take();
     player.Capture.Redraw();
@@ -268,7 +267,7 @@ void PlayerCaptureTest::RedrawInPlayDoesNothing()
 void PlayerCaptureTest::RedrawAfterTheEndShowsTheLastFrame()
 {
     CaptureProbe player;
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     player.Shoot(10);
     QVERIFY(!player.Capture.IsPlaying());
     player.Take();
@@ -280,12 +279,12 @@ void PlayerCaptureTest::RedrawAfterTheEndShowsTheLastFrame()
 void PlayerCaptureTest::VideoWithoutFramesShowsNothing()
 {
     CaptureProbe player;
-    QCOMPARE(player.Open(Clips->Ten), 10);
+    QCOMPARE(player.Open(Clips.Ten), 10);
     player.Capture.Goto(6);
     player.Capture.Redraw();
     QCOMPARE(player.Take(),
              QStringList({"position 0", "frame 6 as 6", "position 6", "frame 6 as 6"}));
-    QCOMPARE(player.Open(Clips->Bare), 20);
+    QCOMPARE(player.Open(Clips.Bare), 20);
     player.Capture.Redraw();
     QCOMPARE(player.Take(), QStringList({"position 0", "frame nothing as 0"}));
     player.Capture.Continue();
@@ -297,7 +296,7 @@ void PlayerCaptureTest::PauseAndContinueReport()
 {
     QVector<bool> playing;  // outlives the player, whose end is told too
     CaptureProbe player;
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     player.Shoot(3);
     player.Take();
     connect(&player.Capture, &PlayerCapture::Position, &player.Capture,
@@ -315,7 +314,7 @@ void PlayerCaptureTest::PauseAndContinueReport()
 void PlayerCaptureTest::StopGoesToZeroAndCloses()
 {
     CaptureProbe player;
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     player.Shoot(3);
     player.Take();
     player.Capture.Stop();
@@ -339,7 +338,7 @@ void PlayerCaptureTest::DestructorStops()
     QStringList events;
     {
         PlayerCapture capture(nullptr);
-        QByteArray path = Clips->Ten.toLocal8Bit();
+        QByteArray path = Clips.Ten.toLocal8Bit();
         QCOMPARE(capture.Open(path.data()), 10);
         capture.Goto(4);
         capture.Continue();
@@ -357,7 +356,7 @@ void PlayerCaptureTest::FramesAreNotCopied()
     // Frames that are kept are refilled by later reads: two buffers, at most, serve them all.
     std::vector<cv::Mat> kept;
     CaptureProbe player;
-    QVERIFY(player.Open(Clips->Ten) > 0);
+    QVERIFY(player.Open(Clips.Ten) > 0);
     connect(&player.Capture, &PlayerCapture::frameReady, &player.Capture,
             [&](const cv::Mat& frame) { kept.push_back(frame); });
     player.Shoot(8);

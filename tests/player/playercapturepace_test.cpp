@@ -40,14 +40,13 @@ private slots:
     void SlowReceiverLosesNoFrame();
 
 private:
-    std::unique_ptr<CaptureClips> Clips;
+    const CaptureClips Clips{Home.Path()};  // before the rows of the tests, which name them
     std::unique_ptr<MessageGuard> Guard;
 };
 
 void PlayerCapturePaceTest::initTestCase()
 {
-    Clips = std::make_unique<CaptureClips>(Home.Path());
-    QVERIFY(Clips->Valid);
+    QVERIFY(Clips.Valid);
 }
 
 void PlayerCapturePaceTest::PositionIsThinned_data()
@@ -58,19 +57,19 @@ void PlayerCapturePaceTest::PositionIsThinned_data()
     QTest::addColumn<QStringList>("reports");
     const QStringList at30{"position 60", "position 120", "position 130", "ended"};
     QTest::newRow("30 frames per second: every 60 frames and at the end")
-        << Clips->Long << 30 << true << at30;
-    QTest::newRow("0 counts as 30") << Clips->Long << 0 << true << at30;
+        << Clips.Long << 30 << true << at30;
+    QTest::newRow("0 counts as 30") << Clips.Long << 0 << true << at30;
     QTest::newRow("25 frames per second: every 50 frames")
-        << Clips->Long << 25 << true
+        << Clips.Long << 25 << true
         << QStringList{"position 50", "position 100", "position 130", "ended"};
     QTest::newRow("from Open the file ends first: none at the end")
-        << Clips->Long << 25 << false << QStringList{"position 50", "position 100", "ended"};
+        << Clips.Long << 25 << false << QStringList{"position 50", "position 100", "ended"};
     QTest::newRow("1000 frames per second: at the end alone")
-        << Clips->Long << 1000 << true << QStringList{"position 130", "ended"};
+        << Clips.Long << 1000 << true << QStringList{"position 130", "ended"};
     QTest::newRow("due and at the end: twice")
-        << Clips->Ten << 5 << true << QStringList{"position 10", "position 10", "ended"};
+        << Clips.Ten << 5 << true << QStringList{"position 10", "position 10", "ended"};
     QTest::newRow("1 frame per second: every second frame")
-        << Clips->Ten << 1 << false
+        << Clips.Ten << 1 << false
         << QStringList{"position 2", "position 4", "position 6", "position 8", "ended"};
 }
 
@@ -93,7 +92,7 @@ void PlayerCapturePaceTest::PositionCountsFromTheLastReport()
 {
     CaptureProbe player;
     player.Capture.SetIntervall(25);
-    player.Play(Clips->Long, false);
+    player.Play(Clips.Long, false);
     player.Shoot(30);
     player.Capture.Pause();
     player.Capture.Continue();
@@ -110,7 +109,7 @@ void PlayerCapturePaceTest::PlayedTimeFollowsTheShotsAlone()
     // back, the next report waits until play has passed the old place by two seconds.
     CaptureProbe player;
     player.Capture.SetIntervall(25);
-    player.Play(Clips->Long, false);
+    player.Play(Clips.Long, false);
     player.Shoot(10);
     player.Capture.Goto(100);
     player.Take();
@@ -129,9 +128,9 @@ void PlayerCapturePaceTest::EndByFailedRead_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<bool>("inStep");
     QTest::addColumn<int>("shots");
-    QTest::newRow("all read, as Open took the first frame") << Clips->Ten << false << 9;
-    QTest::newRow("shorter than it says") << Clips->Short << false << 5;
-    QTest::newRow("shorter than it says, numbers in step") << Clips->Short << true << 6;
+    QTest::newRow("all read, as Open took the first frame") << Clips.Ten << false << 9;
+    QTest::newRow("shorter than it says") << Clips.Short << false << 5;
+    QTest::newRow("shorter than it says, numbers in step") << Clips.Short << true << 6;
 }
 
 void PlayerCapturePaceTest::EndByFailedRead()
@@ -157,7 +156,7 @@ void PlayerCapturePaceTest::EndByFailedRead()
 void PlayerCapturePaceTest::EndByCountKeepsTheTimer()
 {
     CaptureProbe player;
-    player.Play(Clips->Ten, true);
+    player.Play(Clips.Ten, true);
     player.Shoot(9);
     QCOMPARE(player.TakeReports(), QStringList());
     player.Shoot(1);
@@ -171,7 +170,7 @@ void PlayerCapturePaceTest::EndByCountKeepsTheTimer()
 void PlayerCapturePaceTest::EndRepeatsAtAndBehindTheCount()
 {
     CaptureProbe player;
-    player.Play(Clips->More, false);
+    player.Play(Clips.More, false);
     player.Shoot(3);
     QCOMPARE(player.TakeReports(), QStringList());
     player.Shoot(1);
@@ -202,7 +201,7 @@ void PlayerCapturePaceTest::IntervalIsCut()
     CaptureProbe player;
     player.Capture.SetIntervall(fps);
     QVERIFY(!player.Capture.IsPlaying());
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     const TimerWatch watch;
     QTRY_VERIFY(!watch.Intervals.isEmpty());
     QTEST(watch.Intervals.constFirst(), "interval");
@@ -211,7 +210,7 @@ void PlayerCapturePaceTest::IntervalIsCut()
 void PlayerCapturePaceTest::IntervalStartsAtThirtyFrames()
 {
     CaptureProbe player;
-    player.Play(Clips->Long, false);
+    player.Play(Clips.Long, false);
     player.Shoot(59);
     QCOMPARE(player.TakeReports(), QStringList());
     player.Shoot(1);
@@ -225,7 +224,7 @@ void PlayerCapturePaceTest::IntervalChangesDuringPlay()
 {
     CaptureProbe player;
     player.Capture.SetIntervall(1);
-    player.Play(Clips->Long, false);
+    player.Play(Clips.Long, false);
     const TimerWatch watch;
     player.Capture.SetIntervall(FastFps);
     QVERIFY(player.Capture.IsPlaying());
@@ -242,7 +241,7 @@ void PlayerCapturePaceTest::IntervalCountsAtOnce()
     // 10 frames of 40 ms bring no report; 11 of 200 ms do.
     CaptureProbe player;
     player.Capture.SetIntervall(25);
-    player.Play(Clips->Long, false);
+    player.Play(Clips.Long, false);
     player.Shoot(10);
     player.Capture.SetIntervall(5);
     QCOMPARE(player.TakeReports(), QStringList());
@@ -259,7 +258,7 @@ void PlayerCapturePaceTest::PlaysByItsTimer()
         [&] { elsewhere += QThread::currentThread() != qApp->thread() ? 1 : 0; },
         Qt::DirectConnection);
     player.Capture.SetIntervall(FastFps);
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     QTRY_VERIFY(!player.Capture.IsPlaying());
     QCOMPARE(player.Take(), OneAhead(9) + QStringList{"ended"});
     QCOMPARE(elsewhere, 0);
@@ -271,7 +270,7 @@ void PlayerCapturePaceTest::SlowReceiverLosesNoFrame()
     connect(&player.Capture, &PlayerCapture::frameReady, &player.Capture,
             [] { QThread::msleep(15); });
     player.Capture.SetIntervall(FastFps);
-    player.Play(Clips->Ten, false);
+    player.Play(Clips.Ten, false);
     QTRY_VERIFY(!player.Capture.IsPlaying());
     QCOMPARE(player.Take(), OneAhead(9) + QStringList{"ended"});
 }

@@ -33,7 +33,7 @@ constexpr int BetweenActions = 200;  // milliseconds of play
 // The heap need not give back what lies between two living blocks, and the process brings in pages
 // of its libraries late. A leak of one picture per frame is far above: 160 by 120 pixels of three
 // bytes in each of 8000 frames are 460 MB, and even 1 kB per frame shows.
-constexpr qint64 AllowedGrowth = 8 * 1024 * 1024;  // bytes
+constexpr qint64 AllowedGrowth = 8LL * 1024 * 1024;  // bytes
 
 /** The number that a picture shows; -1 also without a picture. */
 int NumberIn(const cv::Mat& picture)

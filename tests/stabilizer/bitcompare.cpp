@@ -3,10 +3,18 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace
 {
+std::uint64_t Bits(double number)
+{
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
+
 QString CountDifference(int actual, std::size_t expected)
 {
     return QStringLiteral("%1 entries instead of %2").arg(actual).arg(expected);
@@ -24,7 +32,7 @@ QString BitDifference(const QVector<double>& actual, const std::vector<double>& 
         const double a = actual.at(i);
         const double b = expected[static_cast<std::size_t>(i)];
         const bool bothNan = std::isnan(a) && std::isnan(b);
-        if (!bothNan && std::memcmp(&a, &b, sizeof a) != 0)
+        if (!bothNan && Bits(a) != Bits(b))
         {
             return QStringLiteral("entry %1 is %2 instead of %3")
                 .arg(i)

@@ -24,7 +24,7 @@ public:
     template <typename List>
     [[nodiscard]] auto Any(const List& list)
     {
-        return list[Below(static_cast<int>(std::size(list)))];
+        return *std::next(std::begin(list), Below(static_cast<int>(std::size(list))));
     }
 
 private:
