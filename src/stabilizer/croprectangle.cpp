@@ -7,8 +7,9 @@
 #include "batch/stabilizerhost.h"
 #include "stabilizer/truncation.h"
 
+#include <QString>
+
 #include <algorithm>
-#include <string>
 
 namespace
 {
@@ -27,30 +28,27 @@ std::int32_t CropStart(int size, std::int32_t cropped, std::int32_t offset)
     return SaturateToInt32(rest / 2 + offset);
 }
 
-std::string Violation(const char* text, std::int32_t offset, const char* limit, std::int32_t value)
-{
-    return text + std::to_string(offset) + limit + std::to_string(value);
-}
-
 /** The line for the log. Deliberate: of several violated limits only the last one is told. */
-std::string LastViolation(const CropRectangle& crop, const ExportSettings& settings, int height,
-                          int width)
+QString LastViolation(const CropRectangle& crop, const ExportSettings& settings, int height,
+                      int width)
 {
-    constexpr const char* lower = " exceeds limits with lower value ";
-    constexpr const char* higher = " exceeds limits with higher value ";
     if (crop.Bottom >= height)
     {
-        return Violation("Offset vertical=", settings.ExpOffV, higher, crop.Bottom);
+        return QString::asprintf("Offset vertical=%d exceeds limits with higher value %d",
+                                 settings.ExpOffV, crop.Bottom);
     }
     if (crop.Top < 0)
     {
-        return Violation("Offset vertical=", settings.ExpOffV, lower, crop.Top);
+        return QString::asprintf("Offset vertical=%d exceeds limits with lower value %d",
+                                 settings.ExpOffV, crop.Top);
     }
     if (crop.Right >= width)
     {
-        return Violation("Offset horizontal=", settings.ExpOffH, higher, crop.Right);
+        return QString::asprintf("Offset horizontal=%d exceeds limits with higher value %d",
+                                 settings.ExpOffH, crop.Right);
     }
-    return Violation("Offset horizontal=", settings.ExpOffH, lower, crop.Left);
+    return QString::asprintf("Offset horizontal=%d exceeds limits with lower value %d",
+                             settings.ExpOffH, crop.Left);
 }
 }  // namespace
 
@@ -68,7 +66,7 @@ int CropRectangle::Calculate(const ExportSettings& settings, int height, int wid
     {
         return ResultOk;
     }
-    ProgramHost.Log(LogError, LastViolation(*this, settings, height, width).c_str());
+    ProgramHost.Log(LogError, qPrintable(LastViolation(*this, settings, height, width)));
     return 1;
 }
 
