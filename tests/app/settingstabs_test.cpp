@@ -135,7 +135,7 @@ void SettingsTabsTest::PlayerTabKeepsTheTabNoted()
 
 void SettingsTabsTest::EnteringAnotherTabDoesNotLoad()
 {
-    for (int tab : {HorizontalTab, PlayerTab, VerticalTab, 3})
+    for (int tab : {HorizontalTab, PlayerTab, VerticalTab, RotationTab})
     {
         Window->ClickTab(tab);
         Exported().ExpOffH = 77;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/endguard.h"
+#include "app/tabindex.h"
 #include "app/testwindow.h"
 
 #include <QObject>
@@ -15,11 +16,6 @@ class WindowTest : public QObject
     Q_OBJECT
 
 protected:
-    static constexpr int SettingsTab = 0;
-    static constexpr int HorizontalTab = 1;
-    static constexpr int VerticalTab = 2;
-    static constexpr int PlayerTab = 4;
-
     std::unique_ptr<MessageGuard> Guard;
     std::unique_ptr<TestWindow> Window;
 

@@ -9,6 +9,7 @@
 #include "graphs/graphtabhands.h"
 #include "player/playerwindow.h"
 #include "stabilizer/camerapath.h"
+#include "support/environment.h"
 #include "support/processfigures.h"
 #include "support/testvideo.h"
 
@@ -30,14 +31,6 @@ namespace
 const TestHome OuterHome;
 
 constexpr int AbortTime = 10000;  // milliseconds; an abort takes one frame and 10 ms
-
-/** A number from the environment, or its default. */
-int Setting(const char* name, int defaultValue)
-{
-    bool isNumber = false;
-    const int value = qEnvironmentVariableIntValue(name, &isNumber);
-    return isNumber ? value : defaultValue;
-}
 
 QByteArray HashOf(const QString& path)
 {
@@ -349,8 +342,8 @@ ProcessFigures JobSoakTest::UndisturbedFigures()
 void JobSoakTest::Jobs()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    const int seed = Setting("MOLVANE_SOAK_SEED", 1);
-    const int count = Setting("MOLVANE_SOAK_JOBS", 30);
+    const int seed = NumberFromEnvironment("MOLVANE_SOAK_SEED", 1);
+    const int count = NumberFromEnvironment("MOLVANE_SOAK_JOBS", 30);
     qInfo("%d jobs of seed %d", count, seed);
     WriteClips();
     Hands = std::make_unique<SoakHands>(*Window, *Player);

@@ -2,6 +2,7 @@
 #include "graphs/graphtabhands.h"
 
 #include "stabilizer/camerapath.h"
+#include "support/buttonclick.h"
 #include "userhands/answermodal.h"
 
 #include <qwt_plot.h>
@@ -23,6 +24,14 @@ CameraPath& PathOfTab(int index)
     return *paths[index - HorizontalTab];
 }
 
+void AddGraphTabRows()
+{
+    QTest::addColumn<int>("tab");
+    QTest::newRow("horizontal") << HorizontalTab;
+    QTest::newRow("vertical") << VerticalTab;
+    QTest::newRow("rotation") << RotationTab;
+}
+
 GraphTab::GraphTab(const TestWindow& window, int index) : Page(nullptr)
 {
     const char* const areas[] = {"scrollAreaXAxis", "scrollAreaYAxis", "scrollAreaAngle"};
@@ -31,11 +40,7 @@ GraphTab::GraphTab(const TestWindow& window, int index) : Page(nullptr)
 
 void GraphTab::Click(const char* button) const
 {
-    auto* widget = Find<QAbstractButton>(button);
-    QVERIFY2(widget->isVisible() && widget->isEnabled(), button);
-    constexpr int nearTheBox = 8;  // pixels; the text of a check box need not reach its middle
-    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier,
-                      QPoint(nearTheBox, widget->height() / 2));
+    ClickOn(Find<QAbstractButton>(button));
 }
 
 void GraphTab::SetBox(const char* checkBox, bool isChecked) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/tabindex.h"
 #include "app/testwindow.h"
 
 #include <QString>
@@ -13,18 +14,11 @@ class QTreeWidget;
 class QTreeWidgetItem;
 class QwtPlot;
 
-/** Indices of the main window's tabs. */
-enum TabIndex : int
-{
-    SettingsTab = 0,
-    HorizontalTab = 1,
-    VerticalTab = 2,
-    RotationTab = 3,
-    PlayerTab = 4,
-};
-
 /** The three tabs with graphs. */
 inline constexpr int GraphTabs[] = {HorizontalTab, VerticalTab, RotationTab};
+
+/** A row of a test per graph tab: "tab", its index. */
+void AddGraphTabRows();
 
 /** The path that a graph tab shows. */
 [[nodiscard]] CameraPath& PathOfTab(int index);

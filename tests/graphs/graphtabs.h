@@ -59,7 +59,6 @@ private:
         return Window->Log().count(QStringLiteral("Run      Generate Smoothing Path"));
     }
     void StartLongAnalysis() const;
-    static void AddTabRows();
 
     static constexpr int JobTime = 60000;  ///< milliseconds, far more than any job here takes
     /** What a new project's graphs show: the path of the camera, no manual path in it yet. */

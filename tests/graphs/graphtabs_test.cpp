@@ -55,14 +55,6 @@ void GraphTabsTest::cleanup()
     QCOMPARE(EndDialogGuard(Guard).join(QLatin1Char('\n')), QString());
 }
 
-void GraphTabsTest::AddTabRows()
-{
-    QTest::addColumn<int>("tab");
-    QTest::newRow("horizontal") << int(HorizontalTab);
-    QTest::newRow("vertical") << int(VerticalTab);
-    QTest::newRow("rotation") << int(RotationTab);
-}
-
 void GraphTabsTest::Analyse() const
 {
     Window->Click("pushButtonAnalyseTrack");
@@ -180,7 +172,7 @@ void GraphTabsTest::FewFrames()
 
 void GraphTabsTest::EveryTabCalculates_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabsTest::EveryTabCalculates()
@@ -215,7 +207,7 @@ void GraphTabsTest::CalculationIsOnBeforeAnyJob()
 
 void GraphTabsTest::LocalBoxRecalculates_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabsTest::LocalBoxRecalculates()
@@ -250,7 +242,7 @@ void GraphTabsTest::LocalBoxRecalculates()
 
 void GraphTabsTest::GlobalBoxRecalculatesAllAxes_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabsTest::GlobalBoxRecalculatesAllAxes()
@@ -285,7 +277,7 @@ void GraphTabsTest::GlobalBoxRecalculatesAllAxes()
 
 void GraphTabsTest::ManualBoxRecalculates_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabsTest::ManualBoxRecalculates()

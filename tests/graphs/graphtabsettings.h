@@ -65,7 +65,6 @@ private:
     void OpenWindowOn(const Project& project);
     void ShowAPath() const;
     void Save() const;
-    static void AddTabRows();
     /** The settings that the path of a tab is bound to. */
     [[nodiscard]] static AxisFilterSettings& RecordOfTab(int tab);
     [[nodiscard]] static QString InHome(const char* name);

@@ -58,14 +58,6 @@ Project GraphTabSettingsTest::ReadProject(const QString& path)
     return project;
 }
 
-void GraphTabSettingsTest::AddTabRows()
-{
-    QTest::addColumn<int>("tab");
-    QTest::newRow("horizontal") << int(HorizontalTab);
-    QTest::newRow("vertical") << int(VerticalTab);
-    QTest::newRow("rotation") << int(RotationTab);
-}
-
 /** Starts a window on a file of @p project. */
 void GraphTabSettingsTest::OpenWindowOn(const Project& project)
 {
@@ -96,7 +88,7 @@ void GraphTabSettingsTest::Save() const
 
 void GraphTabSettingsTest::AllTabsShowTheProject_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabSettingsTest::AllTabsShowTheProject()
@@ -141,7 +133,7 @@ void GraphTabSettingsTest::AllTabsShowTheProject()
 
 void GraphTabSettingsTest::LeavingStores_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabSettingsTest::LeavingStores()
@@ -178,7 +170,7 @@ void GraphTabSettingsTest::LeavingStores()
 
 void GraphTabSettingsTest::EnteringLoads_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabSettingsTest::EnteringLoads()
@@ -198,7 +190,7 @@ void GraphTabSettingsTest::EnteringLoads()
 
 void GraphTabSettingsTest::ClickOnTheCurrentTab_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabSettingsTest::ClickOnTheCurrentTab()
@@ -220,7 +212,7 @@ void GraphTabSettingsTest::ClickOnTheCurrentTab()
 
 void GraphTabSettingsTest::PlayerKeepsTheTabNoted_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabSettingsTest::PlayerKeepsTheTabNoted()
@@ -257,7 +249,7 @@ void GraphTabSettingsTest::FromSettingsOverPlayer()
 
 void GraphTabSettingsTest::CalculationCommitsItsTab_data()
 {
-    AddTabRows();
+    AddGraphTabRows();
 }
 
 void GraphTabSettingsTest::CalculationCommitsItsTab()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphs/manualpathtest.h"
+#include "graphs/treehands.h"
 #include "support/testhome.h"
 #include "userhands/answermodal.h"
 
@@ -10,16 +11,6 @@
 namespace
 {
 const TestHome Home;
-
-QStringList EntriesOf(const QMenu& menu)
-{
-    QStringList texts;
-    for (const QAction* action : menu.actions())
-    {
-        texts.append(action->text());
-    }
-    return texts;
-}
 
 /** The rows with one more row, whose place counts from the top. */
 QStringList Inserted(QStringList rows, int place, const QString& row)
@@ -94,7 +85,7 @@ void ManualMenuTest::Entries()
     QFETCH(QStringList, entries);
     QStringList shown;
     const auto menu =
-        AnswerModal::Menu(QString(), [&shown](const QMenu& m) { shown = EntriesOf(m); });
+        AnswerModal::Menu(QString(), [&shown](const QMenu& m) { shown = TreeHands::Entries(m); });
     Manual->RightClick(Target(target));
     QVERIFY(menu.WasAnswered());
     QCOMPARE(shown, entries);

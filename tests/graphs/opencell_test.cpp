@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/tabindex.h"
 #include "app/testwindow.h"
 #include "dialogs/dialogguard.h"
 #include "graphs/axissetup.h"
@@ -19,10 +20,6 @@
 namespace
 {
 const TestHome Home;
-
-constexpr int SettingsTab = 0;
-constexpr int HorizontalTab = 1;
-constexpr int PlayerTab = 4;
 
 /** What ends the editing: it takes no focus, so that the cell stays open. */
 using WayOut = std::function<void(const TestWindow&)>;

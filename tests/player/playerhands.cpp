@@ -4,6 +4,7 @@
 #include "graphs/gridandpos.h"
 #include "graphs/simpleplot.h"
 #include "player/imageviewer.h"
+#include "support/buttonclick.h"
 #include "support/messageguard.h"
 #include "support/testvideo.h"
 
@@ -36,11 +37,7 @@ PlayerHands::PlayerHands(PreviewPlayer& player)
 
 void PlayerHands::Click(const char* button) const
 {
-    auto* widget = Find<QAbstractButton>(button);
-    QVERIFY2(widget->isVisible() && widget->isEnabled(), button);
-    constexpr int nearTheBox = 8;  // pixels; the text of a check box need not reach its middle
-    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier,
-                      QPoint(nearTheBox, widget->height() / 2));
+    ClickOn(Find<QAbstractButton>(button));
 }
 
 void PlayerHands::Type(const char* field, int number) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/tabindex.h"
 #include "app/testwindow.h"
 #include "player/playerhands.h"
 #include "support/messageguard.h"
@@ -19,8 +20,6 @@ class PlayerWindowTest : public QObject
 
 protected:
     static constexpr int JobTime = 60000;  ///< milliseconds, far more than any job here takes
-    static constexpr int SettingsTab = 0;
-    static constexpr int PlayerTab = 4;
     static constexpr const char* Play = "pushButtonPlayPause";
 
     void StartWindow(const QString& projectFile = QString());

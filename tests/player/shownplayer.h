@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/tabindex.h"
 #include "app/testwindow.h"
 #include "player/playerhands.h"
 
 #include <opencv2/core/mat.hpp>
 
 #include <Qt>
-
-inline constexpr int PlayerTab = 4;  ///< index in the tab bar
 
 /** The player tab of the whole window, with the hands and eyes of a user who compares pictures. */
 class ShownPlayer

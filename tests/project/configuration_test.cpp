@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "project/configuration.h"
+#include "project/configurationfields.h"
 #include "project/settingsfiles.h"
 #include "support/files.h"
 #include "support/messageguard.h"
@@ -26,14 +27,6 @@ QString DefaultProject()
     return Home.Path("Molvane/Start/Start.mvprj");
 }
 
-/** All fields, for comparing. */
-QStringList Lines(const GlobalConfiguration& configuration)
-{
-    return QStringList{configuration.AutoLoadLastProject ? "true" : "false",
-                       configuration.ProjectFile, configuration.StyleSheet, "recent:"} +
-           configuration.RecentList + QStringList("directories:") + configuration.DirList;
-}
-
 QStringList Defaults()
 {
     return {"true", DefaultProject(), "standard.css", "recent:", DefaultProject(), "directories:"};
@@ -42,12 +35,7 @@ QStringList Defaults()
 /** Loads over a record whose fields all differ from the defaults. */
 GlobalConfiguration Loaded()
 {
-    GlobalConfiguration configuration;
-    configuration.AutoLoadLastProject = false;
-    configuration.RecentList = QStringList{"old", "older"};
-    configuration.DirList = QStringList{"/old"};
-    configuration.StyleSheet = "old.css";
-    configuration.ProjectFile = "/old.mvprj";
+    GlobalConfiguration configuration = UnusualConfiguration();
     configuration.Load();
     return configuration;
 }
@@ -109,7 +97,7 @@ void ConfigurationTest::ConstructedEmpty()
 
 void ConfigurationTest::DefaultsWithoutFile()
 {
-    QCOMPARE(Lines(Loaded()), Defaults());
+    QCOMPARE(FieldsOf(Loaded()), Defaults());
     QVERIFY(QDir(Home.Path("Molvane")).isEmpty());  // reading makes no file
 }
 
@@ -128,7 +116,7 @@ void ConfigurationTest::DefaultsFromUselessFiles()
 {
     QFETCH(QByteArray, bytes);
     WriteBytes(ConfigurationFile(), bytes);
-    QCOMPARE(Lines(Loaded()), Defaults());
+    QCOMPARE(FieldsOf(Loaded()), Defaults());
     QCOMPARE(ReadBytes(ConfigurationFile()), bytes);
 }
 
@@ -280,7 +268,7 @@ void ConfigurationTest::RoundTrip()
                                            << "%VIDEO%";
     configuration.Save();
     QCOMPARE(configuration.RecentList, QStringList({"A", "", "A", configuration.ProjectFile}));
-    QCOMPARE(Lines(Loaded()), Lines(configuration));
+    QCOMPARE(FieldsOf(Loaded()), FieldsOf(configuration));
 }
 
 void ConfigurationTest::HomeIsAskedEachTime()

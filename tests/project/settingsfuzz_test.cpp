@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "project/configuration.h"
+#include "project/configurationfields.h"
 #include "project/project.h"
 #include "project/projectfields.h"
 #include "project/settingsmutator.h"
@@ -84,24 +85,6 @@ bool LooksLikeAProject(const QString& path)
     return root["TrackingFile"].isString() && root["StabilizeType"].isDouble() &&
            root["MaxTrackingPoints"].isDouble() && root["EnableCrop"].isBool() &&
            root["CropFactor"].isDouble() && root["EnRescale"].isBool();
-}
-
-QStringList FieldsOf(const GlobalConfiguration& configuration)
-{
-    return QStringList{configuration.AutoLoadLastProject ? "true" : "false",
-                       configuration.ProjectFile, configuration.StyleSheet, "recent:"} +
-           configuration.RecentList + QStringList("directories:") + configuration.DirList;
-}
-
-GlobalConfiguration UnusualConfiguration()
-{
-    GlobalConfiguration configuration;
-    configuration.AutoLoadLastProject = false;
-    configuration.RecentList = QStringList{"old", "older"};
-    configuration.DirList = QStringList("/old");
-    configuration.StyleSheet = "old.css";
-    configuration.ProjectFile = "/old.mvprj";
-    return configuration;
 }
 }  // namespace
 

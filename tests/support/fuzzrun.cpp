@@ -1,24 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "support/fuzzrun.h"
 
+#include "support/environment.h"
+
 #include <QFile>
 #include <QtTest>
 
-namespace
-{
-/** A number from the environment, or its default. */
-int Setting(const char* name, int defaultValue)
-{
-    bool isNumber = false;
-    const int value = qEnvironmentVariableIntValue(name, &isNumber);
-    return isNumber ? value : defaultValue;
-}
-}  // namespace
-
 void RunFuzz(const std::function<void(std::uint32_t number)>& tryOne)
 {
-    const int inputs = Setting("MOLVANE_FUZZ_INPUTS", 1000);
-    const int seed = Setting("MOLVANE_FUZZ_SEED", 1);
+    const int inputs = NumberFromEnvironment("MOLVANE_FUZZ_INPUTS", 1000);
+    const int seed = NumberFromEnvironment("MOLVANE_FUZZ_SEED", 1);
     QVERIFY(inputs > 0);
     qInfo("%d inputs, the first is number %d", inputs, seed);
     for (int i = 0; i < inputs; ++i)
