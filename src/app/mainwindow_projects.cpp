@@ -117,6 +117,13 @@ void MainWindow::on_actionsave_project_as_triggered()
     ProgramHost.SetFileNames(Proj.FileNames);
     ProcessUpdate(JobNone);
     UpdateRecentMenu();
+    // By way of "Save Project" also while a job runs: what it works on goes off again, and with it
+    // the new entry of the menu.
+    const int state = ProgramHost.GetState();
+    if (IsJob(state))
+    {
+        ProcessUpdate(state);
+    }
 }
 
 void MainWindow::OpenRecent()

@@ -30,7 +30,11 @@ void MainWindow::FormToProject()
     Proj.TrackingParameters.MaxTrackingPoints = ui->spinBoxMaxTrackingPoints->value();
     ExportSettings& settings = Proj.ExportSettings;
     settings.EnableCrop = ui->checkBoxEnableZoom->isChecked();
-    settings.CropFactor = ui->doubleSpinBoxZoom->value() / Percent;
+    {
+        // A calculation on the worker may be reading it.
+        const std::lock_guard<std::recursive_mutex> lock(EngineLock);
+        settings.CropFactor = ui->doubleSpinBoxZoom->value() / Percent;
+    }
     settings.EnRescale = ui->checkBoxRescale->isChecked();
     settings.ExpResH = ui->spinBoxRescaleXAxis->value();
     settings.ExpResV = ui->spinBoxRescaleYAxis->value();

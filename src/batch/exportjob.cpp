@@ -125,7 +125,7 @@ int Stabilize::ExportJob(const ::ExportSettings& settings)
     const int frameCount = video.GetFrameCount();
     CropRectangle crop;
     if (ExportSettings.EnableCrop &&
-        crop.Calculate(ExportSettings, video.GetHeight(), video.GetWidth()) != 0)
+        crop.Calculate(ExportSettings, video.GetHeight(), video.GetWidth()) != ResultOk)
     {
         video.Close();
         return EndJob(ResultDamaged);

@@ -28,6 +28,15 @@ enum JobState : std::int32_t
 }
 
 /**
+ * True for the results, between which the window waits for the user. A number that is no JobState
+ * counts as busy.
+ */
+[[nodiscard]] constexpr bool IsIdle(std::int32_t state)
+{
+    return state == JobNone || (state >= JobTrackingReady && state <= JobPathCalculated);
+}
+
+/**
  * Values of Stabilize::JobStatus, the abort handshake between the user interface thread and the
  * worker: a job sets JobRunning on entry and JobEnded on exit, and polls for JobAbortRequested.
  */

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "batch/jobstate.h"
 #include "batch/logrecord.h"
 
 #include <QList>
@@ -42,7 +43,11 @@ public:
      */
     void StartJob(int state);
 
-    /** Stops a running job, waits until it has stopped, and takes back the state before it. */
+    /**
+     * Asks the job to stop, waits as RequestAbort does, and takes back the state before it. A job
+     * that reads data files goes on to its end, and one that stands between analysis and export
+     * goes on with the export.
+     */
     void AbortJob();
 
     [[nodiscard]] int GetState() const { return State; }  ///< a JobState
@@ -70,8 +75,8 @@ private:
     /// JobState. The user interface thread writes it before a job and after an abort, the worker at
     /// the end of a job. Whichever write of an abort comes last stays; the window goes by the
     /// emitted number alone, so no lock is needed.
-    std::int32_t State = 0;
-    std::int32_t PreviousState = 0;  ///< before the last StartJob; user interface thread only
-    QMutex LogMutex;                 ///< guards LogQueue; not recursive
-    QList<LogRecord> LogQueue;       ///< oldest first
+    std::int32_t State = JobNone;
+    std::int32_t PreviousState = JobNone;  ///< before the last StartJob; user interface thread only
+    QMutex LogMutex;                       ///< guards LogQueue; not recursive
+    QList<LogRecord> LogQueue;             ///< oldest first
 };

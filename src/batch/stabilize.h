@@ -103,12 +103,13 @@ public:
     /**
      * Asks a running job to stop and waits until it has: as a rule the work of one frame and 10 ms,
      * but without a limit, as a job that opens or writes files looks up only afterwards. Returns at
-     * once when none runs. Blocks the caller, the user interface thread included.
+     * once when no job looks up: also while one reads data files or calculates the path. Blocks the
+     * caller, the user interface thread included.
      */
     void RequestAbort();
 
-    // The data files. All are little-endian without a header; a matching file ties each to its
-    // source and settings.
+    // The data files. All are in native byte order without a header; a matching file ties each to
+    // its source and settings.
 
     /**
      * Writes the source path, the video's facts and @p payload. @return ResultOk or ResultNoAccess
@@ -150,8 +151,10 @@ public:
     std::int32_t FrameHeight = 0;     ///< source pixels
     std::int32_t FrameRate = 0;       ///< frames per second, truncated: 29.97 is held as 29
     /// JobStatusValue. The worker writes JobRunning and JobEnded, the user interface thread writes
-    /// JobAbortRequested, and JobEnded once the worker has left; both read. A plain field is
-    /// enough: each store is one aligned number, and both sides look at it again and again.
+    /// JobAbortRequested, and JobEnded once the worker has left; both read. Plain by
+    /// design: each store is one aligned number, and both sides look at it again and again. What
+    /// remains is a request that is stored after the last look of the worker, at the end of run:
+    /// nobody answers that one.
     std::int32_t JobStatus = JobEnded;
     bool StabilizeLoaded = false;  ///< the motion is complete
     bool PathGenerated = false;    ///< GeneratePath has run since the last PrepareFrames

@@ -2,6 +2,7 @@
 #include "batch/stabilizerhost.h"
 
 #include "app/mainwindow.h"
+#include "batch/jobstate.h"
 #include "batch/opcvthread.h"
 #include "batch/resultcodes.h"
 #include "batch/stabilize.h"
@@ -104,7 +105,7 @@ void StabilizerHost::WarpFrameScaled(const cv::Mat& source, cv::Mat& target, int
 
 int StabilizerHost::GetState() const
 {
-    return Thread != nullptr ? Thread->GetState() : 0;
+    return Thread != nullptr ? Thread->GetState() : JobNone;
 }
 
 void StabilizerHost::Log(unsigned level, const char* text)

@@ -49,7 +49,7 @@ public:
     /** Shows @p window the job @p state, so that its buttons change first, then starts it. */
     void Start(int state, MainWindow* window);
 
-    /** Stops a running job and waits until it has stopped. Needs the thread. */
+    /** OpCVThread::AbortJob. Needs the thread. */
     void Abort();
 
     /**

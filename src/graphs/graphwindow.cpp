@@ -20,6 +20,13 @@ constexpr double Percent = 100.0;
 /** Mouse modes of the plot, by mouse action. */
 constexpr int PlotModes[] = {0, 1, 1, 2, 2};
 
+/** Under the engine lock: a calculation on the worker may be reading the setting. */
+void Switch(bool& setting, bool isOn)
+{
+    const std::lock_guard<std::recursive_mutex> lock(EngineLock);
+    setting = isOn;
+}
+
 /** Takes what the user has typed into an open cell: neither a tab nor a menu takes the focus. */
 void CommitOpenCell(QTreeWidget* tree)
 {
@@ -165,21 +172,21 @@ void GraphWindow::on_checkBoxMarginShadow_clicked(bool checked)
 
 void GraphWindow::on_checkBoxEnIgnSectionsGlobal_clicked(bool checked)
 {
-    Proj->EnGlobalIgnoreList = checked;
+    Switch(Proj->EnGlobalIgnoreList, checked);
     UpdateListStates();
     emit CalculateCameraPath();
 }
 
 void GraphWindow::on_checkBoxEnIgnSections_clicked(bool checked)
 {
-    Settings->EnableIgnoreSections = checked;
+    Switch(Settings->EnableIgnoreSections, checked);
     UpdateListStates();
     emit CalculateCameraPath();
 }
 
 void GraphWindow::on_checkBoxEnManualCorrect_clicked(bool checked)
 {
-    Settings->EnableManualPath = checked;
+    Switch(Settings->EnableManualPath, checked);
     UpdateListStates();
     emit CalculateCameraPath();
 }
@@ -217,8 +224,6 @@ void GraphWindow::GraphRect(QRectF rect)
     ui->comboBoxGraphMouse->setCurrentIndex(PanAndZoom);
 }
 
-/** A hidden plot leaves its axes alone; without this they would follow only at the second update.
- */
 void GraphWindow::UpdateListStates()
 {
     const bool any =

@@ -142,6 +142,9 @@ SimplePlot::~SimplePlot()
     ClearCurves();
 }
 
+/**
+ * A hidden plot leaves its axes alone; without this they would follow only at the second update.
+ */
 void SimplePlot::showEvent(QShowEvent* e)
 {
     QwtPlot::showEvent(e);

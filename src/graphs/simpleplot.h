@@ -89,7 +89,8 @@ public:
 
     // Mouse.
 
-    /** @param mode  0 pans and shows coordinates, 1 clicks points, 2 drags; others change nothing
+    /**
+     * @param mode  0 pans and shows coordinates, 1 clicks points, 2 drags; others change nothing
      */
     void SetMouseMode(int mode);
 

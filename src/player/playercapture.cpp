@@ -5,6 +5,7 @@
 #include "stabilizer/truncation.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace
 {
@@ -124,7 +125,7 @@ void PlayerCapture::Timeout()
     emit frameReady(Frame, CurrentFrame);
     // Spin boxes, slider and markers move every two seconds, not with every frame.
     const double threshold = ReportedMs + ReportEvery;
-    ++CurrentFrame;
+    CurrentFrame = SaturateToInt32(std::int64_t{CurrentFrame} + 1);
     PlayedMs = CurrentFrame * IntervalMs;
     if (PlayedMs >= threshold)
     {

@@ -150,7 +150,7 @@ bool PlayerConverter::Stabilized(int index)
 {
     const std::lock_guard<std::recursive_mutex> lock(EngineLock);
     if (!PathHorizontal.HasValidData() || !PathRotation.HasValidData() || index < 0 ||
-        !HasCorrections(index + 1))
+        !HasCorrections(std::int64_t{index} + 1))
     {
         return false;
     }

@@ -14,6 +14,7 @@
 #include <QThread>
 
 #include <cmath>
+#include <cstdint>
 
 namespace
 {
@@ -113,8 +114,7 @@ PreviewPlayer::~PreviewPlayer()
 void PreviewPlayer::JobStateChanged(int state)
 {
     State = state;
-    const bool isIdle = state == JobNone || state == JobTrackingReady || state == JobPathReady ||
-                        state == JobPathCalculated;
+    const bool isIdle = IsIdle(state);
     if (!isIdle && Capture.IsPlaying())
     {
         Capture.Stop();
@@ -269,8 +269,9 @@ void PreviewPlayer::Open()
     ui->spinBoxMin->setValue(0);
     ui->spinBoxSec->setValue(0);
     ui->spinBoxIdx->setValue(0);
-    ui->spinBoxIdx->setMaximum(frames - 1);
-    ui->horizontalSlider->setMaximum(frames - 1);
+    const std::int32_t last = SaturateToInt32(std::int64_t{frames} - 1);
+    ui->spinBoxIdx->setMaximum(last);
+    ui->horizontalSlider->setMaximum(last);
     ui->labelMax->setText(TextMax());
     ui->spinBoxFPS->setValue(TruncateToInt32(Capture.GetFps()));
     ConnectControls();

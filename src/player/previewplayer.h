@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "batch/jobstate.h"
 #include "graphs/flowplot.h"
 #include "player/playercapture.h"
 #include "player/playerconverter.h"
@@ -110,9 +111,9 @@ private:
     FlowPlot FlowVertical;
     PlayerCapture Capture;
     PlayerConverter Converter;
-    ImageViewer* SrcViewer;      ///< of its scroll area
-    ImageViewer* ExpViewer;      ///< of its scroll area
-    std::int32_t State = 0;      ///< the last JobState
-    bool TimeMode = false;       ///< minutes and seconds instead of frames
-    std::int32_t LastSeek = -1;  ///< frame number
+    ImageViewer* SrcViewer;        ///< of its scroll area
+    ImageViewer* ExpViewer;        ///< of its scroll area
+    std::int32_t State = JobNone;  ///< the last JobState
+    bool TimeMode = false;         ///< minutes and seconds instead of frames
+    std::int32_t LastSeek = -1;    ///< frame number
 };

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenu>
 
 namespace
@@ -116,7 +117,7 @@ void DirSettings::ClearAll()
 void DirSettings::ClearNonExisisting()
 {
     // Deliberate: the text as it stands, so that entries with a word go too.
-    RemoveItems([](const QString& text) { return !QDir(text).exists(); });
+    RemoveItems([](const QString& text) { return !QFileInfo::exists(text); });
 }
 
 void DirSettings::ClearEmpty()

@@ -12,8 +12,10 @@ class QFileDialog;
  * dialog block the user interface thread until it is closed; a job of the worker goes on meanwhile.
  */
 
-/** What the sidebar of every file dialog shows, with all words replaced; DirSettings fills it.
- * Others ask GetSidebarUrls. */
+/**
+ * What the sidebar of every file dialog shows, with all words replaced; DirSettings fills it.
+ * Others ask GetSidebarUrls.
+ */
 extern QList<QUrl> SidebarUrls;
 
 [[nodiscard]] QList<QUrl>& GetSidebarUrls();

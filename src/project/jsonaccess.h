@@ -28,7 +28,7 @@
 
 /**
  * Reads a file into @p obj, which becomes empty when there is no object to read. @p error tells
- * how parsing went.
+ * how parsing went; null when nobody asks.
  */
 void JsonReadFile(const QString& fileName, QJsonObject& obj, QJsonParseError* error);
 

@@ -17,9 +17,10 @@ class QJsonObject;
 /**
  * Everything the user settles for one video. The main window owns the one project and changes it
  * on the user interface thread. The worker reads TrackingParameters and ExportSettings through its
- * pointer when a phase of a job begins, and through the camera paths the axis settings and ignore
- * lists when it calculates; a change that is committed in between, as between analysis
- * and export, counts for the next phase. The paths it gets as a copy at the start of the job.
+ * pointer when a phase of a job begins, and through the camera paths, under the engine lock, the
+ * axis settings, the ignore lists and the crop factor when it calculates; a change that is
+ * committed in between, as between analysis and export, counts for the next phase. The paths it
+ * gets as a copy at the start of the job.
  */
 struct Project
 {

@@ -222,7 +222,7 @@ void CameraPath::GetManualPath(std::vector<ManualPathSection>& list) const
     }
 }
 
-bool HasCorrections(int frameCount)
+bool HasCorrections(std::int64_t frameCount)
 {
     return PathHorizontal.Result.Correction.size() >= frameCount &&
            PathVertical.Result.Correction.size() >= frameCount &&

@@ -56,8 +56,8 @@ public:
     [[nodiscard]] double CorrectionAt(int frame) const { return Result.Correction.at(frame); }
 
     /**
-     * Entry of ShakinessPath for the editor of the manual path: 0.0 when there is none, frame 0 for
-     * negative frames. At the end and behind it entry @p frame - 1 counts, at most the last one.
+     * Entry of ShakinessPath for the editor of the manual path: the first one for negative frames,
+     * the last one at the end and behind it, 0.0 when there is none.
      */
     [[nodiscard]] double ShakinessAt(int frame) const;
 
@@ -123,4 +123,4 @@ extern CameraPath PathRotationDegrees;  ///< degrees, for the rotation graph alo
  * frames. False for a source that has grown since it was analysed, or for motion that a damaged
  * file left short. Takes no lock.
  */
-[[nodiscard]] bool HasCorrections(int frameCount);
+[[nodiscard]] bool HasCorrections(std::int64_t frameCount);

@@ -11,7 +11,7 @@
 /**
  * A plug-in for the program itself, which loads it at its start when told by the environment, and
  * which stands in for the user: tells the title of the window that comes up, closes it, and says No
- * to the question about the project.
+ * to the question about the project. Told a number, it ends the event loop with that instead.
  */
 class CloseWindow : public QGenericPlugin
 {
@@ -22,15 +22,15 @@ public:
     QObject* create(const QString& name, const QString& options) override
     {
         Q_UNUSED(name)
-        Q_UNUSED(options)
         auto* clock = new QTimer;  // the application deletes what a plug-in gives it
-        connect(clock, &QTimer::timeout, clock, [clock] { CloseWhenShown(*clock); });
+        connect(clock, &QTimer::timeout, clock,
+                [clock, options] { EndWhenShown(*clock, options); });
         clock->start(First);
         return clock;
     }
 
 private:
-    static void CloseWhenShown(QTimer& clock)
+    static void EndWhenShown(QTimer& clock, const QString& exitCode)
     {
         if (auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
         {
@@ -45,9 +45,21 @@ private:
             {
                 clock.setInterval(First + 1);  // once is enough; from here on wait for the question
                 std::printf("%s\n", qPrintable(window->windowTitle()));
-                window->close();
+                End(*window, exitCode);
                 return;
             }
+        }
+    }
+
+    static void End(QWidget& window, const QString& exitCode)
+    {
+        if (exitCode.isEmpty())
+        {
+            window.close();
+        }
+        else
+        {
+            QCoreApplication::exit(exitCode.toInt());
         }
     }
 

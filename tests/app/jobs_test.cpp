@@ -7,7 +7,6 @@
 #include "batch/opcvthread.h"
 #include "batch/stabilizerhost.h"
 #include "stabilizer/camerapath.h"
-#include "support/files.h"
 #include "support/testhome.h"
 
 #include <QFile>
@@ -42,6 +41,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
+    void ShownBeforeItStarts();
     void Analyse();
     void AnalyseWithoutSource();
     void CalculateAfterAnalysis();
@@ -62,8 +62,6 @@ private slots:
     void JobsInQuickSuccession();
     void EachButtonCommits_data();
     void EachButtonCommits();
-    void CopyTest();
-    void CopyTestSparesTheSource();
 
 private:
     [[nodiscard]] QString File(const char* name) const
@@ -150,6 +148,21 @@ bool JobsTest::WaitForAction(const char* start) const
 bool JobsTest::HasLine(const char* line) const
 {
     return Window->Log().contains(QString::fromLatin1(line));
+}
+
+void JobsTest::ShownBeforeItStarts()
+{
+    QStringList notes;  // word, state and whether the thread runs, at each new title
+    const QObject context;
+    connect(Window->operator->(), &QWidget::windowTitleChanged, &context,
+            [&]
+            {
+                notes << Window->Word() << QString::number(ProgramHost.GetState())
+                      << (ProgramHost.GetThread()->isRunning() ? "runs" : "rests");
+            });
+    Start("pushButtonAnalyseTrack", "BUSY");
+    QCOMPARE(notes.mid(0, 3), QStringList({"BUSY", "0", "rests"}));  // still the state before
+    WaitForEnd(Path::Ready);
 }
 
 void JobsTest::Analyse()
@@ -380,22 +393,6 @@ void JobsTest::EachButtonCommits()
     QCOMPARE(PathHorizontal.Export->ExpOffH, 7);
     QCOMPARE(PathHorizontal.Offset, 7);
     QVERIFY(QTest::qWaitFor([this] { return Window->Word() == QLatin1String("IDLE"); }, JobTime));
-}
-
-void JobsTest::CopyTest()
-{
-    (*Window)->on_pushButtonTest_clicked();
-    QCOMPARE(CountFrames(File("Export.mp4")), ShortFrames);
-    QCOMPARE(Window->Word(), QStringLiteral("IDLE"));
-    QVERIFY(!QFile::exists(File("Tracking.dat")));
-}
-
-void JobsTest::CopyTestSparesTheSource()
-{
-    const QByteArray source = ReadBytes(Short);
-    Window->SetText("lineEditExportVideo", Short);
-    (*Window)->on_pushButtonTest_clicked();
-    QCOMPARE(ReadBytes(Short), source);
 }
 
 QTEST_MAIN(JobsTest)

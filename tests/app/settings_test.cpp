@@ -38,6 +38,7 @@ private slots:
     void AngleOffsetIsTruncated_data();
     void AngleOffsetIsTruncated();
     void CommitMakesRadians();
+    void RadiansFollowHorizontalWhenToldSo();
     void RotationLeavesOutLocalCorrections();
     void CommitDerivesTheFilters();
     void ProjectValuesAreClamped_data();
@@ -248,6 +249,23 @@ void SettingsTest::CommitMakesRadians()
     QCOMPARE(radians.ManualPath.size(), std::size_t(1));
     QVERIFY(radians.ManualPath.front().Points.front().Value == 45.0);  // stays a number in degrees
     QVERIFY(PathRotationDegrees.Settings->StartValue == 90.0);
+}
+
+void SettingsTest::RadiansFollowHorizontalWhenToldSo()
+{
+    Project project = DefaultProject();
+    project.UseFlowRotSettings = false;
+    project.FlowH.StartValue = 90.0;
+    project.FlowH.EndValue = 1.0;
+    project.FlowAngle.StartValue = 30.0;
+    project.FlowAngle.EndValue = 2.0;
+    OpenWindowOn(project);
+    *PathRotation.Settings = AxisFilterSettings();
+    Window->Commit();
+    QCOMPARE(PathRotationDegrees.Settings, PathHorizontal.Settings);
+    QVERIFY(PathRotationDegrees.Settings->StartValue == 90.0);
+    QVERIFY(PathRotation.Settings->StartValue == 1.5707963267948966);
+    QVERIFY(PathRotation.Settings->EndValue == 0.017453292519943295);
 }
 
 void SettingsTest::RotationLeavesOutLocalCorrections()

@@ -39,17 +39,19 @@ void RecordsTest::JobStates_data()
     QTest::addColumn<int>("state");
     QTest::addColumn<int>("number");
     QTest::addColumn<bool>("isJob");
-    QTest::newRow("none") << int{JobNone} << 0 << false;
-    QTest::newRow("the free number") << 1 << 1 << false;
-    QTest::newRow("analyse") << int{JobAnalyse} << 2 << true;
-    QTest::newRow("stabilize") << int{JobStabilize} << 3 << true;
-    QTest::newRow("export") << int{JobExport} << 4 << true;
-    QTest::newRow("generate all") << int{JobGenerateAll} << 5 << true;
-    QTest::newRow("read tracking") << int{JobReadTracking} << 6 << true;
-    QTest::newRow("read all") << int{JobReadAll} << 7 << true;
-    QTest::newRow("tracking ready") << int{JobTrackingReady} << 8 << false;
-    QTest::newRow("path ready") << int{JobPathReady} << 9 << false;
-    QTest::newRow("path calculated") << int{JobPathCalculated} << 10 << false;
+    QTest::addColumn<bool>("isIdle");
+    QTest::newRow("none") << int{JobNone} << 0 << false << true;
+    QTest::newRow("the free number") << 1 << 1 << false << false;
+    QTest::newRow("analyse") << int{JobAnalyse} << 2 << true << false;
+    QTest::newRow("stabilize") << int{JobStabilize} << 3 << true << false;
+    QTest::newRow("export") << int{JobExport} << 4 << true << false;
+    QTest::newRow("generate all") << int{JobGenerateAll} << 5 << true << false;
+    QTest::newRow("read tracking") << int{JobReadTracking} << 6 << true << false;
+    QTest::newRow("read all") << int{JobReadAll} << 7 << true << false;
+    QTest::newRow("tracking ready") << int{JobTrackingReady} << 8 << false << true;
+    QTest::newRow("path ready") << int{JobPathReady} << 9 << false << true;
+    QTest::newRow("path calculated") << int{JobPathCalculated} << 10 << false << true;
+    QTest::newRow("no state") << 11 << 11 << false << false;
 }
 
 void RecordsTest::JobStates()
@@ -57,8 +59,10 @@ void RecordsTest::JobStates()
     QFETCH(int, state);
     QFETCH(int, number);
     QFETCH(bool, isJob);
+    QFETCH(bool, isIdle);
     QCOMPARE(state, number);
     QCOMPARE(IsJob(state), isJob);
+    QCOMPARE(IsIdle(state), isIdle);
 }
 
 void RecordsTest::StatusValues()

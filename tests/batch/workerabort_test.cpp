@@ -11,8 +11,52 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <atomic>
 #include <limits>
 #include <memory>
+#include <thread>
+
+namespace
+{
+/** Plays a job: as long as this object lives, a request to stop is noted and answered. */
+class AnsweringJob
+{
+public:
+    explicit AnsweringJob(Stabilize& stabilizer) : Status(stabilizer.JobStatus)
+    {
+        Status = JobRunning;
+        Helper = std::thread([this] { Answer(); });
+    }
+    AnsweringJob(const AnsweringJob&) = delete;
+    AnsweringJob& operator=(const AnsweringJob&) = delete;
+    ~AnsweringJob()
+    {
+        IsOver = true;
+        Helper.join();
+    }
+
+    [[nodiscard]] bool WasAsked() const { return IsAsked; }
+
+private:
+    void Answer()
+    {
+        while (!IsOver && !IsAsked)
+        {
+            QThread::msleep(1);
+            if (Status == JobAbortRequested)
+            {
+                IsAsked = true;
+                Status = JobEnded;
+            }
+        }
+    }
+
+    volatile std::int32_t& Status;
+    std::atomic<bool> IsOver{false};
+    std::atomic<bool> IsAsked{false};
+    std::thread Helper;
+};
+}  // namespace
 
 /** Stopping a job from the user interface thread. The jobs are held at a frame, not raced. */
 class WorkerAbortTest : public QObject
@@ -35,6 +79,9 @@ private slots:
     void ComesBackSoon();
     void ComesBackAtOnceWithoutAJob();
     void JobAfterAnAbort();
+    void NoneAsksARunningJobToStop();
+    void EndAsksInAJobStateOnly_data();
+    void EndAsksInAJobStateOnly();
 
 private:
     std::unique_ptr<MessageGuard> Guard;
@@ -193,7 +240,12 @@ void WorkerAbortTest::GenerateAllStopsBehindTheDataFiles()
     ProgramHost.Abort();
     QCOMPARE(setup.Object.JobStatus, int{JobEnded});
     QTRY_COMPARE(setup.Finished.States, QVector<int>{9});
-    QCOMPARE(setup.Lines.All().constLast(), QString("1 Export aborted!"));
+    const char input[] = "1 Input: Frames= 5 h=64 v=64 fps=25";
+    // The path in between is the host's, whose own stabilizer has measured nothing.
+    QCOMPARE(setup.Lines.All(),
+             QStringList({input, "1 Tracking file written!", "3 No data to smooth!", input,
+                          "1 Start exporting Video", input, "4 Frame: 0/5 exported!",
+                          "1 Export aborted!"}));
     QVERIFY(setup.Object.TrackingLoaded && setup.Object.StabilizeLoaded);
 }
 
@@ -273,6 +325,50 @@ void WorkerAbortTest::JobAfterAnAbort()
     QTRY_COMPARE(setup.Finished.States, QVector<int>{0});
     QCOMPARE(setup.RunJob(JobAnalyse), 9);
     QVERIFY(setup.Object.TrackingLoaded);
+}
+
+void WorkerAbortTest::NoneAsksARunningJobToStop()
+{
+    WorkerSetup setup;
+    setup.Object.JobStatus = JobRunning;
+    setup.Thread->StartJob(JobNone);
+    const bool isAsked =
+        QTest::qWaitFor([&] { return setup.Object.JobStatus == JobAbortRequested; }, 20000);
+    QTest::qWait(50);  // time for several looks at the answer
+    const QVector<int> before = setup.Finished.States;
+    setup.Object.JobStatus = JobEnded;
+    QVERIFY(isAsked);
+    QCOMPARE(before, QVector<int>());  // it waits for the answer
+    QTRY_COMPARE(setup.Finished.States, QVector<int>{0});
+    QCOMPARE(setup.Object.Calls, QStringList());
+}
+
+void WorkerAbortTest::EndAsksInAJobStateOnly_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<bool>("isAsked");
+    QTest::newRow("none") << 0 << false;
+    QTest::newRow("the free number") << 1 << false;
+    QTest::newRow("analyse, the first job") << 2 << true;
+    QTest::newRow("export") << 4 << true;
+    QTest::newRow("read all, the last job") << 7 << true;
+    QTest::newRow("tracking ready, the first result") << 8 << false;
+    QTest::newRow("path ready") << 9 << false;
+}
+
+void WorkerAbortTest::EndAsksInAJobStateOnly()
+{
+    QFETCH(int, state);
+    QFETCH(bool, isAsked);
+    WorkerSetup setup;
+    AnsweringJob job(setup.Object);
+    {
+        OpCVThread thread(&setup.Proj);
+        thread.StartJob(state);  // without a stabilizer, so that the state alone changes
+        thread.SetStabilizer(&setup.Object);
+    }
+    QCOMPARE(job.WasAsked(), isAsked);
+    QCOMPARE(setup.Object.JobStatus, int{isAsked ? JobEnded : JobRunning});
 }
 
 QTEST_MAIN(WorkerAbortTest)

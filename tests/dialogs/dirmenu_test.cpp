@@ -233,11 +233,12 @@ void DirMenuTest::RemoveInvalid()
     const QString gone = directory.filePath(QStringLiteral("gone"));
     Quick->Fill({gone, directory.path(), "#SrcVideoFileDir", "#ProjectFilesDir",
                  directory.filePath(QStringLiteral("sub")), "#ExportVideoFileDir", Placeholder,
-                 directory.filePath(QStringLiteral("file")), gone});
+                 directory.filePath(QStringLiteral("file")), QString(), gone});
     Choose(QStringLiteral("Remove Invalid Directories"), Beside);
-    const QStringList expected = {directory.path(), directory.filePath(QStringLiteral("sub"))};
+    const QStringList expected = {directory.path(), directory.filePath(QStringLiteral("sub")),
+                                  directory.filePath(QStringLiteral("file"))};
     QCOMPARE(Quick->Entries(), expected);
-    QCOMPARE(Quick->Config.DirList.size(), 9);  // only Ok takes it
+    QCOMPARE(Quick->Config.DirList.size(), 10);  // only Ok takes it
 }
 
 void DirMenuTest::RemoveAll_data()

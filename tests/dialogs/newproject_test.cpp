@@ -2,6 +2,7 @@
 #include "batch/jobstate.h"
 #include "dialogs/homefiles.h"
 #include "dialogs/projectwindow.h"
+#include "stabilizer/camerapath.h"
 #include "support/files.h"
 #include "userhands/answermodal.h"
 
@@ -25,6 +26,7 @@ private slots:
     void MakesDirectoryAndFile();
     void ShowsTheDefaults();
     void ReplacesAllSettings();
+    void PathsAreBoundAnewByTheNextCommit();
     void Question();
     void Dialog();
     void CancelTheQuestion();
@@ -86,6 +88,25 @@ void NewProjectTest::ReplacesAllSettings()
     QCOMPARE(Window->Text("lineEditSourceVideo"), QStringLiteral("Source.mp4"));
     QCOMPARE(Window->Number("spinBoxMaxTrackingPoints"), 800.0);
     QCOMPARE(Window->Number("doubleSpinBoxExpRot"), 0.0);
+}
+
+/** A new project has vertical settings of its own; until a commit the old binding holds. */
+void NewProjectTest::PathsAreBoundAnewByTheNextCommit()
+{
+    const QString shared = InHome(QStringLiteral("Molvane/Shared/Shared.mvprj"));
+    QJsonObject project = SmallProject(QStringLiteral("/videos/clip.mov"));
+    project.insert(QStringLiteral("UseFlowVSettings"), false);
+    WriteObject(shared, project);
+    OpenProject(shared);
+    const AxisFilterSettings* horizontal = PathHorizontal.Settings;
+    QCOMPARE(PathVertical.Settings, PathHorizontal.Settings);
+    NewProject(QStringLiteral("Trip"));
+    const QJsonObject made = ReadObject(InHome(QStringLiteral("Molvane/Trip/Trip.mvprj")));
+    QVERIFY(made.value("UseFlowVSettings").toBool());
+    QCOMPARE(PathVertical.Settings, PathHorizontal.Settings);
+    Trigger("actionsave_project");
+    QVERIFY(PathVertical.Settings != PathHorizontal.Settings);
+    QVERIFY(PathHorizontal.Settings == horizontal);
 }
 
 void NewProjectTest::Question()

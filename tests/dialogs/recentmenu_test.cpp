@@ -26,6 +26,7 @@ private slots:
     void NextStartShowsTheList();
     void Opens();
     void OpenedProjectIsNoted();
+    void NewNameOfAnOldProjectComesWithTheNextCommand();
     void Question();
     void CancelTheQuestion();
     void YesSavesTheOldProject();
@@ -135,6 +136,30 @@ void RecentMenuTest::OpenedProjectIsNoted()
     const QStringList list = {StartProjectPath(), a, StartProjectPath()};
     QCOMPARE(RecentProjects(), list);
     QCOMPARE(ReadObject(ConfigurationPath()).value("ProjectFile").toString(), StartProjectPath());
+}
+
+/**
+ * A list of former days names an old ".json" project; opening it notes it under its new name, but
+ * leaves the menu to the commands that keep it up to date.
+ */
+void RecentMenuTest::NewNameOfAnOldProjectComesWithTheNextCommand()
+{
+    const QString old = InHome(QStringLiteral("old.json"));
+    const QString moved = InHome(QStringLiteral("old.mvprj"));
+    WriteObject(old, SmallProject(QStringLiteral("/videos/old.mov")));
+    const QStringList before = {old, StartProjectPath()};
+    Window.reset();
+    WriteConfiguration(StartProjectPath(), true, before);
+    Window = std::make_unique<TestWindow>();
+    QCOMPARE(RecentEntries(), before);
+    ClickRecent(old, QMessageBox::No);
+    const QStringList noted = {old, StartProjectPath(), moved};
+    QCOMPARE(RecentProjects(), noted);
+    QCOMPARE(RecentEntries(), before);
+    Trigger("actionsave_project");  // keeps the menu as well
+    QCOMPARE(RecentEntries(), before);
+    OpenProject(StartProjectPath());
+    QCOMPARE(RecentEntries(), noted);
 }
 
 void RecentMenuTest::Question()

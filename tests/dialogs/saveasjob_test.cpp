@@ -4,8 +4,10 @@
 #include "dialogs/projectwindow.h"
 #include "userhands/answermodal.h"
 
+#include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -80,6 +82,13 @@ void SaveAsJobTest::RunningJobKeepsTheOldPlace()
     Command("actionsave_project", QMessageBox::No, QStringLiteral("Later"));
     QCOMPARE(Window->Text("lineEditTrackingPathFile"),
              InHome(QStringLiteral("Molvane/Later/Tracking.dat")));
+    QCOMPARE(Window->Word(), QStringLiteral("BUSY"));
+    QVERIFY(Window->IsEnabled("pushButtonAbort"));
+    QVERIFY(!Window->IsEnabled("pushButtonAnalyseTrack"));
+    for (const QAction* recent : RecentMenu()->actions())
+    {
+        QVERIFY2(!recent->isEnabled(), qPrintable(recent->text()));
+    }
     QVERIFY(!Window->Log().contains(AllWritten));  // the job was running all the time
     WaitForFiles();
     QCOMPARE(DataFiles("Start"), AllDataFiles);

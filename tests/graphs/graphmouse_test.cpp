@@ -36,6 +36,7 @@ private slots:
     void ClickWithoutFrames();
     void ClickExtendsThePolyline();
     void ModeAgainAfterLoading();
+    void UnknownModeKeepsThePicker();
 };
 
 void GraphMouseTest::ClickInEachMode_data()
@@ -174,6 +175,21 @@ void GraphMouseTest::ModeAgainAfterLoading()
     Hands->Click(Hands->InFrame(40));
     Manual->Window.GraphLeftClick(QPointF(40.5, 1.0));
     QCOMPARE(Manual->Rows(), QStringList());
+}
+
+/** As of an item that a form has and the window knows nothing of. */
+void GraphMouseTest::UnknownModeKeepsThePicker()
+{
+    const auto* grid = dynamic_cast<const GridAndPos*>(
+        Hands->Plot().itemList(QwtPlotItem::Rtti_PlotGrid).value(0));
+    QVERIFY(grid != nullptr);
+    Hands->Modes().addItem(QStringLiteral("unknown"));
+    Hands->ChooseMode(PlotHands::ManualPoints);
+    Hands->Modes().setCurrentIndex(PlotHands::GlobalIgnore + 1);  // not by way of the others
+    Hands->Click(Hands->InFrame(40));
+    QCOMPARE(grid->Line.size(), 1);
+    QCOMPARE(Manual->Rows(), QStringList());
+    QCOMPARE(Hands->Modes().currentIndex(), PlotHands::GlobalIgnore + 1);
 }
 
 QTEST_MAIN(GraphMouseTest)

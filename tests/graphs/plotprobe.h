@@ -38,7 +38,7 @@ public:
         return SimplePlot::event(event);
     }
 
-    /** Shows the plot with one curve of four samples over @p xEnd frames, and forgets the counts.
+    /** Shows the plot with one curve of two samples, @p xEnd frames apart, and forgets the counts.
      */
     [[nodiscard]] bool ShowWithCurve(double xEnd = 100.0)
     {

@@ -339,4 +339,19 @@ void SimplePlotTest::AppendShiftsAtTheLimit()
     QCOMPARE(curve->sample(limit - 1), QPointF(limit + 2.0, 9.0));
 }
 
+/** As many fall out as come, also where fewer would do. */
+void SimplePlotTest::AppendPastTheLimitDoesNotGrow()
+{
+    constexpr int limit = 3000000;
+    PlotProbe plot;
+    plot.AddCurve(QString(), Qt::red, 1.0);
+    plot.AppendCurveData(0, QVector<double>(limit - 1, 1.0), 0, limit - 1);
+    plot.AppendCurveData(0, {7.0, 8.0, 9.0}, 0, 3);
+    plot.Rescale();
+    const QwtPlotCurve* curve = plot.CurveItems().value(0);
+    QCOMPARE(curve->dataSize(), std::size_t{limit - 1});
+    QCOMPARE(curve->sample(0), QPointF(3.0, 1.0));
+    QCOMPARE(curve->sample(limit - 2), QPointF(limit + 1.0, 9.0));
+}
+
 QTEST_MAIN(SimplePlotTest)

@@ -60,6 +60,7 @@ private slots:
     void AppendOutOfRangeIsLeft_data();
     void AppendOutOfRangeIsLeft();
     void AppendShiftsAtTheLimit();
+    void AppendPastTheLimitDoesNotGrow();
     void DetachKeepsTheRecords();
     void ClearTakesEverything();
     void GridSwitches();

@@ -7,6 +7,7 @@
 #include <QtTest>
 
 #include <atomic>
+#include <limits>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -172,6 +173,8 @@ void PlayerConverterStepsTest::PathTooShortForTheFrame_data()
     QTest::newRow("last frame of the path") << 4 << Both;
     QTest::newRow("the frame behind it") << 5 << QStringList{"source 40x30"};
     QTest::newRow("far behind it") << 1000000 << QStringList{"source 40x30"};
+    QTest::newRow("the largest number there is")
+        << std::numeric_limits<int>::max() << QStringList{"source 40x30"};
 }
 
 void PlayerConverterStepsTest::PathTooShortForTheFrame()

@@ -33,6 +33,7 @@ private slots:
     void MarkersDuringPlay_data();
     void MarkersDuringPlay();
     void CloseStops();
+    void FailedSeekChangesNothing();
     void EndOfTheVideo_data();
     void EndOfTheVideo();
     void EndedPauses();
@@ -157,6 +158,41 @@ void PlayerPositionTest::CloseStops()
     QCOMPARE((*Player)->Slider(), 0);
     QCOMPARE((*Player)->Markers(), 0.0);
     QCOMPARE((*Player)->Find<QSpinBox>("spinBoxIdx")->maximum(), 9);
+}
+
+/**
+ * A job that ends the play closes the video as well, so that the next seek fails: no position comes
+ * back to connect the controls again. What was sought last shows which numbers came through.
+ */
+void PlayerPositionTest::FailedSeekChangesNothing()
+{
+    OpenAt(4);
+    (*Player)->Click("pushButtonPlayPause");
+    QVERIFY((*Player)->IsPlaying());
+    Player->Player().JobStateChanged(JobAnalyse);
+    QCOMPARE((*Player)->Markers(), 0.0);
+    static_cast<void>((*Player)->TakeFrames());
+    static_cast<void>((*Player)->TakePositions());
+    for (const int number : {5, 6})
+    {
+        (*Player)->Type("spinBoxIdx", number);
+        QCOMPARE((*Player)->TakeFrames(), QVector<int>());
+        QCOMPARE((*Player)->TakePositions(), QVector<int>());
+        QCOMPARE((*Player)->Number("spinBoxIdx"), number);
+        QCOMPARE((*Player)->Slider(), 0);
+        QCOMPARE((*Player)->Markers(), 0.0);
+    }
+    Player->Player().Ended();  // of the job
+    QCOMPARE((*Player)->TakePositions(), QVector<int>{0});
+    QCOMPARE((*Player)->Number("spinBoxIdx"), 0);
+    Player->Player().Open();
+    QCOMPARE((*Player)->TakeFrames(), QVector<int>());
+    (*Player)->Type("spinBoxIdx", 5);  // the failed one was the last: not again
+    QCOMPARE((*Player)->TakeFrames(), QVector<int>());
+    (*Player)->Type("spinBoxIdx", 6);  // was typed into a field without connection
+    QCOMPARE((*Player)->TakeFrames(), QVector<int>{6});
+    (*Player)->Type("spinBoxIdx", 3);
+    QCOMPARE((*Player)->TakeFrames(), QVector<int>{3});
 }
 
 void PlayerPositionTest::EndOfTheVideo_data()

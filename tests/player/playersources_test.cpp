@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "batch/damagedclips.h"
 #include "player/playerwindow.h"
+#include "support/files.h"
 #include "userhands/answermodal.h"
 
 #include <QAction>
@@ -21,6 +23,7 @@ class PlayerSourcesTest : public PlayerWindowTest
 private slots:
     void StandsOnItsTab();
     void NewSourceOpens();
+    void SourceWithoutLength();
     void NewSourceEndsPlay();
     void OpenedProjectOpensItsSource();
     void NewProjectClosesTheSource();
@@ -58,6 +61,20 @@ void PlayerSourcesTest::NewSourceOpens()
     QCOMPARE(Player->Markers(), 0.0);  // the old video was closed first
     ChooseSource(Numbered);
     QCOMPARE(Player->Max(), QStringLiteral("/99"));
+    QCOMPARE(Player->Number("spinBoxIdx"), 0);
+}
+
+/** Such as a raw stream, of which the video library tells a length of less than nothing. */
+void PlayerSourcesTest::SourceWithoutLength()
+{
+    const QString stream = Home.Path("stream.mjpeg");
+    WriteBytes(stream, DamagedClips::Good(DamagedClips::Kind::Stream));
+    ChooseSource(stream);
+    QVERIFY(Player->Capture.IsOpen());
+    QCOMPARE(Player->Max(), QStringLiteral("/-2147483648"));
+    ChooseSource(Numbered);
+    QCOMPARE(Player->Max(), QStringLiteral("/99"));
+    QCOMPARE(Player->Find<QSpinBox>("spinBoxIdx")->minimum(), 0);
     QCOMPARE(Player->Number("spinBoxIdx"), 0);
 }
 
