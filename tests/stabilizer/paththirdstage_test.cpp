@@ -106,6 +106,7 @@ void PathThirdStageTest::ItSmoothsThePaddedStrongPath()
 void PathThirdStageTest::ItsCorrectionLeadsToItsPath()
 {
     std::vector<double> expected;
+    expected.reserve(Frames);
     for (int frame = 0; frame < Frames; ++frame)
     {
         expected.push_back(Stage.Path.value(frame) - Position.at(Pad + frame) + Motion.at(frame));
