@@ -151,10 +151,10 @@ public:
     std::int32_t FrameHeight = 0;     ///< source pixels
     std::int32_t FrameRate = 0;       ///< frames per second, truncated: 29.97 is held as 29
     /// JobStatusValue. The worker writes JobRunning and JobEnded, the user interface thread writes
-    /// JobAbortRequested, and JobEnded once the worker has left; both read. Plain by
-    /// design: each store is one aligned number, and both sides look at it again and again. What
-    /// remains is a request that is stored after the last look of the worker, at the end of run:
-    /// nobody answers that one.
+    /// JobAbortRequested, and JobEnded once the worker has left; both read. Plain by design:
+    /// each store is one aligned number, and both sides look at it again and again. What remains
+    /// is a request that is stored after the last look of the worker, at the end of run: nobody
+    /// answers that one.
     std::int32_t JobStatus = JobEnded;
     bool StabilizeLoaded = false;  ///< the motion is complete
     bool PathGenerated = false;    ///< GeneratePath has run since the last PrepareFrames

@@ -85,6 +85,7 @@ void SaveAsJobTest::RunningJobKeepsTheOldPlace()
     QCOMPARE(Window->Word(), QStringLiteral("BUSY"));
     QVERIFY(Window->IsEnabled("pushButtonAbort"));
     QVERIFY(!Window->IsEnabled("pushButtonAnalyseTrack"));
+    QVERIFY(!RecentMenu()->isEmpty());
     for (const QAction* recent : RecentMenu()->actions())
     {
         QVERIFY2(!recent->isEnabled(), qPrintable(recent->text()));

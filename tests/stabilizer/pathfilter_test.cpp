@@ -2,6 +2,7 @@
 #include "stabilizer/pathfilter.h"
 #include "stabilizer/axisfiltersettings.h"
 #include "stabilizer/bitcompare.h"
+#include "stabilizer/filterstage.h"
 #include "stabilizer/pathmodel.h"
 #include "support/doublelists.h"
 
@@ -15,16 +16,6 @@
 
 namespace
 {
-PathFilterStage Stage(std::uint64_t windowLength, std::uint64_t order, std::uint64_t delay)
-{
-    PathFilterStage stage;
-    stage.WindowLength = windowLength;
-    stage.Order = order;
-    stage.Delay = delay;
-    stage.Enabled = true;
-    return stage;
-}
-
 QVector<double> Filtered(PathFilterStage stage, const QVector<double>& input,
                          const AxisFilterSettings& settings = {})
 {
@@ -135,7 +126,7 @@ void PathFilterTest::AgreesWithDirectSums()
             expected.append((j + d < sums.size() ? sums[j + d] : sums.back()) / power);
         }
         std::fill(expected.begin(), expected.begin() + delay, expected.at(delay));
-        const QVector<double> actual = Filtered(Stage(w, k, d), ToQVector(input));
+        const QVector<double> actual = Filtered(EnabledStage(w, k, d), ToQVector(input));
         QCOMPARE(Difference(actual, expected, tolerance), QString());
         // All sums of whole numbers are exact: they stay below 2^53.
         std::transform(input.begin(), input.end(), input.begin(),
@@ -189,7 +180,7 @@ void PathFilterTest::AgreesBitForBitWithTheModel()
         model.End = settings.EndValue;
         const std::vector<double> input = RandomNumbers(variant + length, length, 321.0);
         const std::vector<double> expected = ModelFilter(windowLength, order, delay, model, input);
-        const PathFilterStage stage = Stage(windowLength, order, delay);
+        const PathFilterStage stage = EnabledStage(windowLength, order, delay);
         QCOMPARE(BitDifference(Filtered(stage, ToQVector(input), settings), expected), QString());
     }
 }
@@ -220,7 +211,7 @@ void PathFilterTest::Mean()
     AxisFilterSettings settings;  // the mean knows no start and end values
     settings.UseStartValue = true;
     settings.UseEndValue = true;
-    const QVector<double> path = Filtered(Stage(windowLength, 1, delay), input, settings);
+    const QVector<double> path = Filtered(EnabledStage(windowLength, 1, delay), input, settings);
     QCOMPARE(Difference(path, QVector<double>(10, 102.3)).isEmpty(), isMean);
     QCOMPARE(path.size(), 10);
 }
@@ -230,7 +221,7 @@ void PathFilterTest::LockGivesTheMean()
     AxisFilterSettings settings;
     settings.Lock = true;
     const QVector<double> input = {1.0, 2.0, 4.0, 8.0, 16.0, 32.0, 64.0, 1.0};
-    const PathFilterStage stage = Stage(6, 2, 3);
+    const PathFilterStage stage = EnabledStage(6, 2, 3);
     QCOMPARE(Difference(Filtered(stage, input, settings), QVector<double>(8, 16.0)), QString());
 }
 
@@ -238,7 +229,8 @@ void PathFilterTest::MeanSumsInOrder()
 {
     // 1e17 swallows the 1 that comes while it is in the sum.
     const QVector<double> input = {1e17, 1.0, -1e17, 6.0};
-    QCOMPARE(Difference(Filtered(Stage(4, 1, 1), input), QVector<double>(4, 1.5)), QString());
+    QCOMPARE(Difference(Filtered(EnabledStage(4, 1, 1), input), QVector<double>(4, 1.5)),
+             QString());
 }
 
 void PathFilterTest::SubtractsTheOldValueFirst()
@@ -251,7 +243,7 @@ void PathFilterTest::SubtractsTheOldValueFirst()
     input[4] = 1.0;
     input[5] = 1.0;
     input[6] = 6.0;
-    const QVector<double> path = Filtered(Stage(6, 1, 0), input);
+    const QVector<double> path = Filtered(EnabledStage(6, 1, 0), input);
     QCOMPARE(path.at(5), 1e17 / 6.0);
     QCOMPARE(path.at(6), 1.0);
     QCOMPARE(path.at(8), 1.0);
@@ -262,7 +254,7 @@ void PathFilterTest::SubtractsTheOldValueFirst()
 void PathFilterTest::LevelEnds()
 {
     // The moving average of these grows from 1 to 12 by 1 per entry; entry j takes that of j + 4.
-    const QVector<double> path = Filtered(Stage(6, 1, 4), StepInput());
+    const QVector<double> path = Filtered(EnabledStage(6, 1, 4), StepInput());
     QCOMPARE(Difference(path, {9, 9, 9, 9, 9, 10, 11, 12, 12, 12, 12, 12}), QString());
 }
 
@@ -271,7 +263,7 @@ void PathFilterTest::LinesToStartAndEndValue()
     AxisFilterSettings settings;
     settings.StartValue = 1.0;
     settings.EndValue = 4.0;
-    const PathFilterStage stage = Stage(6, 1, 4);
+    const PathFilterStage stage = EnabledStage(6, 1, 4);
     settings.UseStartValue = true;
     const QVector<double> head = {1, 3, 5, 7, 9, 10, 11, 12, 12, 12, 12, 12};
     QCOMPARE(Difference(Filtered(stage, StepInput(), settings), head), QString());
@@ -287,17 +279,19 @@ void PathFilterTest::NoPadding()
 {
     AxisFilterSettings settings;
     const QVector<double> expected = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-    QCOMPARE(Difference(Filtered(Stage(6, 1, 0), StepInput(), settings), expected), QString());
+    QCOMPARE(Difference(Filtered(EnabledStage(6, 1, 0), StepInput(), settings), expected),
+             QString());
     settings.UseStartValue = true;
     settings.UseEndValue = true;
     settings.StartValue = 50.0;
     settings.EndValue = 50.0;
-    QCOMPARE(Difference(Filtered(Stage(6, 1, 0), StepInput(), settings), expected), QString());
+    QCOMPARE(Difference(Filtered(EnabledStage(6, 1, 0), StepInput(), settings), expected),
+             QString());
 }
 
 void PathFilterTest::NoAverages()
 {
-    const QVector<double> path = Filtered(Stage(6, 0, 2), {1, 2, 3, 4, 5, 6, 7, 8});
+    const QVector<double> path = Filtered(EnabledStage(6, 0, 2), {1, 2, 3, 4, 5, 6, 7, 8});
     QCOMPARE(Difference(path, {5, 5, 5, 6, 7, 8, 8, 8}), QString());
 }
 
@@ -305,7 +299,7 @@ void PathFilterTest::FourAverages()
 {
     // Four running sums of ones are 1, 5, 15 and so on, the numbers of the fifth diagonal of
     // Pascal's triangle, until the window of 6 is full; from 4 * 5 on the average is complete.
-    const QVector<double> path = Filtered(Stage(6, 4, 0), QVector<double>(30, 2.0));
+    const QVector<double> path = Filtered(EnabledStage(6, 4, 0), QVector<double>(30, 2.0));
     QCOMPARE(path.at(0), 2.0 / 1296.0);
     QCOMPARE(path.at(1), 10.0 / 1296.0);
     QCOMPARE(path.at(2), 30.0 / 1296.0);
@@ -318,13 +312,13 @@ void PathFilterTest::LargeTables()
     // 3 rows of 400001 numbers are 9.6 MB, more than a thread's stack holds.
     const std::vector<double> input = RandomNumbers(5, 400100, 10.0);
     const std::vector<double> expected = ModelFilter(400001, 3, 40, {}, input);
-    const QVector<double> actual = Filtered(Stage(400001, 3, 40), ToQVector(input));
+    const QVector<double> actual = Filtered(EnabledStage(400001, 3, 40), ToQVector(input));
     QCOMPARE(BitDifference(actual, expected), QString());
 }
 
 void PathFilterTest::DisabledStageIsLeftAlone()
 {
-    PathFilterStage stage = Stage(6, 1, 2);
+    PathFilterStage stage = EnabledStage(6, 1, 2);
     stage.Enabled = false;
     stage.Path = {1.0, 2.0};
     FilterPath(stage, StepInput(), {});
@@ -337,7 +331,7 @@ void PathFilterTest::EmptyInput()
     for (const bool lock : {false, true})
     {
         settings.Lock = lock;
-        PathFilterStage stage = Stage(6, 1, 0);
+        PathFilterStage stage = EnabledStage(6, 1, 0);
         stage.Path = {1.0, 2.0};
         FilterPath(stage, {}, settings);
         QVERIFY(stage.Path.isEmpty());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stabilizer/axisfixture.h"
 #include "stabilizer/bitcompare.h"
+#include "stabilizer/filterstage.h"
 #include "stabilizer/pathcases.h"
 #include "stabilizer/pathfilter.h"
 
@@ -21,17 +22,6 @@ constexpr int BlendRamp = 54;        ///< frames, 18 times the strength
 constexpr int IgnoredAtStart = 5;    ///< frames
 constexpr std::uint64_t Window = 9;  ///< frames, of the third stage
 constexpr std::uint64_t Order = 2;   ///< of the third stage
-
-/** A stage on its own with the delay of the first filter. */
-PathFilterStage Filter(std::uint64_t window, std::uint64_t order)
-{
-    PathFilterStage stage;
-    stage.WindowLength = window;
-    stage.Order = order;
-    stage.Delay = Pad;
-    stage.Enabled = true;
-    return stage;
-}
 
 std::vector<double> ToVector(const QVector<double>& values)
 {
@@ -93,9 +83,9 @@ void PathThirdStageTest::ItsListsAreComplete()
 
 void PathThirdStageTest::ItSmoothsThePaddedStrongPath()
 {
-    PathFilterStage base = Filter(7, 3);
-    PathFilterStage strong = Filter(22, 3);
-    PathFilterStage third = Filter(Window, Order);
+    PathFilterStage base = EnabledStage(7, 3, Pad);  // each has the delay of the first
+    PathFilterStage strong = EnabledStage(22, 3, Pad);
+    PathFilterStage third = EnabledStage(Window, Order, Pad);
     FilterPath(base, Position, Axis.Settings);
     FilterPath(strong, base.Path, Axis.Settings);
     FilterPath(third, strong.Path, Axis.Settings);
